@@ -1,0 +1,70 @@
+#pragma once
+// Deterministic failure of host entry points, to exercise the module's error paths.
+//
+// Every function the module can call on the host (each callback, each suite function and
+// each AcquireSuite) begins with HOST_FAULT_POINT("<function name>"). The injector counts
+// these calls; a rule can make the N-th call (counted from 1 over all entry points) or every
+// call of one named function return a chosen error. A counting run with recording on lists
+// every call by name, so a sweep can fail each call of a scenario in turn.
+
+#include <atomic>
+#include <cstdint>
+#include <map>
+#include <mutex>
+#include <string>
+#include <vector>
+
+namespace host {
+
+class FaultInjector {
+public:
+    FaultInjector() = default;
+    FaultInjector(const FaultInjector&) = delete;
+    FaultInjector& operator=(const FaultInjector&) = delete;
+
+    // Makes call number `n` (1-based, over all fault points) return `error`.
+    void fail_call(std::uint64_t n, std::int32_t error);
+    // Makes every call of the entry point `name` return `error`.
+    void fail_every(const std::string& name, std::int32_t error);
+    // Makes iterate_generic, PF_ABORT and PF_PROGRESS report a user cancel.
+    void set_cancel(bool cancel) { cancel_.store(cancel); }
+    bool cancel_requested() const { return cancel_.load(); }
+    // Remembers the name of every call (for a counting run).
+    void set_recording(bool on);
+    // Drops every rule and recorded name and restarts the call count.
+    void reset();
+
+    // Counts one call of `name`; returns the injected error, or 0.
+    std::int32_t hit(const char* name);
+
+    std::uint64_t calls() const { return calls_.load(); }
+    std::vector<std::string> recorded_calls() const;
+    // The number of injected failures so far.
+    std::uint64_t injected() const { return injected_.load(); }
+
+    // The injector of the active host session (null when none).
+    static FaultInjector* current();
+    void make_current();
+    void release_current();
+
+private:
+    std::atomic<std::uint64_t> calls_{0};
+    std::atomic<std::uint64_t> injected_{0};
+    std::atomic<std::uint64_t> fail_at_{0};
+    std::atomic<std::int32_t> fail_at_error_{0};
+    std::atomic<bool> cancel_{false};
+    std::atomic<bool> has_named_rules_{false};
+    std::atomic<bool> recording_{false};
+    mutable std::mutex mutex_;
+    std::map<std::string, std::int32_t> named_;
+    std::vector<std::string> recorded_;
+};
+
+// Counts a call on the active injector; 0 when no session is active.
+std::int32_t faultPoint(const char* name);
+
+}  // namespace host
+
+// Use at the top of every host entry point the module can reach:
+//   if (A_Err err = HOST_FAULT_POINT("AEGP_GetLayerFlags")) return err;
+#define HOST_FAULT_POINT(name) (::host::faultPoint(name))

@@ -1,0 +1,58 @@
+#include "host/SuiteRegistry.h"
+
+#include <atomic>
+
+#include "host/FaultInjector.h"
+#include "host/ResourceCounters.h"
+
+namespace host {
+
+namespace {
+std::atomic<SuiteRegistry*> g_current{nullptr};
+}
+
+std::string SuiteRegistry::key(const std::string& name, std::int32_t version) {
+    return name + " v" + std::to_string(version);
+}
+
+void SuiteRegistry::add(const std::string& name, std::int32_t version, const void* table) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    tables_[{name, version}] = table;
+}
+
+bool SuiteRegistry::has(const std::string& name, std::int32_t version) const {
+    return find(name, version) != nullptr;
+}
+
+const void* SuiteRegistry::find(const std::string& name, std::int32_t version) const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    auto it = tables_.find({name, version});
+    return it == tables_.end() ? nullptr : it->second;
+}
+
+std::int32_t SuiteRegistry::acquire(const char* name, std::int32_t version, const void** suite) {
+    if (suite) *suite = nullptr;
+    if (!name || !suite) return kSuiteNotFoundError;
+    if (std::int32_t err = HOST_FAULT_POINT("AcquireSuite")) return err;
+    const void* table = find(name, version);
+    if (!table) return kSuiteNotFoundError;
+    *suite = table;
+    countAcquire(Resource::Suite, key(name, version));
+    return 0;
+}
+
+std::int32_t SuiteRegistry::release(const char* name, std::int32_t version) {
+    if (!name) return kSuiteNotFoundError;
+    if (std::int32_t err = HOST_FAULT_POINT("ReleaseSuite")) return err;
+    if (!find(name, version)) return kSuiteNotFoundError;
+    return countRelease(Resource::Suite, key(name, version)) ? 0 : kSuiteNotFoundError;
+}
+
+SuiteRegistry* SuiteRegistry::current() { return g_current.load(); }
+void SuiteRegistry::make_current() { g_current.store(this); }
+void SuiteRegistry::release_current() {
+    SuiteRegistry* self = this;
+    g_current.compare_exchange_strong(self, nullptr);
+}
+
+}  // namespace host
