@@ -1,0 +1,3 @@
+# Pixel building blocks: worlds, area sampling, generic iteration, images.
+target_sources(orbivane_host PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/PixelWorld.cpp)
