@@ -1,0 +1,166 @@
+#include "host/AreaSampler.h"
+
+#include "host/PixelWorld.h"
+
+#include <algorithm>
+#include <cfloat>
+
+namespace host {
+
+namespace {
+
+// floor(value / 65536) for any sign, without overflow for the whole PF_Fixed range.
+std::int64_t floorPixel(std::int64_t fixed) {
+    return fixed >= 0 ? fixed / 65536 : -((-fixed + 65535) / 65536);
+}
+
+bool insideWorld(const PF_EffectWorld& world, std::int64_t x, std::int64_t y) {
+    return world.data && x >= 0 && y >= 0 && x < world.width && y < world.height;
+}
+
+}  // namespace
+
+AreaSampler::AreaSampler(const PF_EffectWorld& world, PF_PixelFormat format)
+    : format_(format), snap_noise_(format == PF_PixelFormat_ARGB128) {
+    if (!world.data || world.width <= 0 || world.height <= 0) return;
+    width_ = world.width;
+    height_ = world.height;
+    dispatchPixelType(format, [&](auto tag) { buildTable<typename decltype(tag)::type>(world); });
+}
+
+template <class Pixel>
+void AreaSampler::buildTable(const PF_EffectWorld& world) {
+    const std::size_t stride = static_cast<std::size_t>(width_) + 1;
+    table_.assign(stride * (static_cast<std::size_t>(height_) + 1), Sums{0.0, 0.0, 0.0, 0.0});
+    for (A_long j = 0; j < height_; ++j) {
+        const Pixel* row = worldRow<Pixel>(world, j);
+        const Sums* above = &table_[static_cast<std::size_t>(j) * stride];
+        Sums* here = &table_[static_cast<std::size_t>(j + 1) * stride];
+        Sums run{0.0, 0.0, 0.0, 0.0};
+        for (A_long i = 0; i < width_; ++i) {
+            const double a = row[i].alpha;
+            run.alpha += a;
+            run.red += a * row[i].red;
+            run.green += a * row[i].green;
+            run.blue += a * row[i].blue;
+            here[i + 1] = Sums{above[i + 1].alpha + run.alpha, above[i + 1].red + run.red,
+                               above[i + 1].green + run.green, above[i + 1].blue + run.blue};
+        }
+    }
+}
+
+int AreaSampler::splitAxis(double lo, double hi, A_long count, Span spans[3]) {
+    // Outside the world counts as transparent, so clip the box to the covered pixels.
+    lo = std::max(lo, -0.5);
+    hi = std::min(hi, count - 0.5);
+    if (!(hi > lo)) return 0;
+    // The pixel whose square holds lo (an edge on a boundary starts the next pixel), and the
+    // one whose square holds hi (an edge on a boundary ends the previous pixel).
+    const A_long first = std::min<A_long>(static_cast<A_long>(std::floor(lo + 0.5)), count - 1);
+    const A_long last = std::max<A_long>(static_cast<A_long>(std::ceil(hi + 0.5)) - 1, first);
+    if (first == last) {
+        spans[0] = Span{first, first, hi - lo};
+        return 1;
+    }
+    int n = 0;
+    spans[n++] = Span{first, first, (first + 0.5) - lo};
+    if (last - first >= 2) spans[n++] = Span{first + 1, last - 1, 1.0};
+    spans[n++] = Span{last, last, hi - (last - 0.5)};
+    return n;
+}
+
+ChannelSample AreaSampler::boxAverage(double cx, double cy, double rx, double ry) const {
+    if (table_.empty() || !(rx > 0.0) || !(ry > 0.0)) return ChannelSample{};
+    Span xs[3];
+    Span ys[3];
+    const int nx = splitAxis(cx - rx, cx + rx, width_, xs);
+    const int ny = nx ? splitAxis(cy - ry, cy + ry, height_, ys) : 0;
+    if (nx == 0 || ny == 0) return ChannelSample{};
+
+    // Table entries at the span boundaries: (nx + 1) x (ny + 1) of them.
+    A_long bx[4];
+    A_long by[4];
+    bx[0] = xs[0].first;
+    by[0] = ys[0].first;
+    for (int a = 0; a < nx; ++a) bx[a + 1] = xs[a].last + 1;
+    for (int b = 0; b < ny; ++b) by[b + 1] = ys[b].last + 1;
+    const Sums* grid[4][4];
+    for (int b = 0; b <= ny; ++b)
+        for (int a = 0; a <= nx; ++a) grid[b][a] = &corner(bx[a], by[b]);
+
+    // Rounding noise of a table entry, relative to its magnitude (float sources only).
+    const double noise = snap_noise_ ? (width_ + height_ + 4) * DBL_EPSILON : 0.0;
+    auto blockChannel = [&](double Sums::*ch, int a, int b) {
+        const double v00 = grid[b][a]->*ch, v01 = grid[b][a + 1]->*ch;
+        const double v10 = grid[b + 1][a]->*ch, v11 = grid[b + 1][a + 1]->*ch;
+        const double sum = v11 - v10 - v01 + v00;
+        if (noise > 0.0 && std::fabs(sum) <= noise * (std::fabs(v00) + std::fabs(v01) + std::fabs(v10) + std::fabs(v11)))
+            return 0.0;
+        return sum;
+    };
+
+    Sums total{0.0, 0.0, 0.0, 0.0};
+    for (int b = 0; b < ny; ++b) {
+        for (int a = 0; a < nx; ++a) {
+            const double w = xs[a].weight * ys[b].weight;
+            total.alpha += w * blockChannel(&Sums::alpha, a, b);
+            total.red += w * blockChannel(&Sums::red, a, b);
+            total.green += w * blockChannel(&Sums::green, a, b);
+            total.blue += w * blockChannel(&Sums::blue, a, b);
+        }
+    }
+
+    ChannelSample out;
+    out.alpha = total.alpha / (4.0 * rx * ry);
+    if (total.alpha != 0.0) {
+        out.red = total.red / total.alpha;
+        out.green = total.green / total.alpha;
+        out.blue = total.blue / total.alpha;
+    }
+    return out;
+}
+
+template <class Pixel>
+Pixel nearestSample(const PF_EffectWorld& world, PF_Fixed x, PF_Fixed y) {
+    const std::int64_t i = floorPixel(static_cast<std::int64_t>(x) + 32768);
+    const std::int64_t j = floorPixel(static_cast<std::int64_t>(y) + 32768);
+    if (!insideWorld(world, i, j)) return Pixel{};
+    return worldPixel<Pixel>(world, static_cast<A_long>(i), static_cast<A_long>(j));
+}
+
+template <class Pixel>
+Pixel bilinearSample(const PF_EffectWorld& world, PF_Fixed x, PF_Fixed y) {
+    const std::int64_t i = floorPixel(x);
+    const std::int64_t j = floorPixel(y);
+    const double fx = static_cast<double>(static_cast<std::int64_t>(x) - i * 65536) / 65536.0;
+    const double fy = static_cast<double>(static_cast<std::int64_t>(y) - j * 65536) / 65536.0;
+    double alpha = 0.0, red = 0.0, green = 0.0, blue = 0.0;
+    for (int dj = 0; dj < 2; ++dj) {
+        for (int di = 0; di < 2; ++di) {
+            if (!insideWorld(world, i + di, j + dj)) continue;
+            const Pixel& p = worldPixel<Pixel>(world, static_cast<A_long>(i + di), static_cast<A_long>(j + dj));
+            const double wa = (di ? fx : 1.0 - fx) * (dj ? fy : 1.0 - fy) * p.alpha;
+            alpha += wa;
+            red += wa * p.red;
+            green += wa * p.green;
+            blue += wa * p.blue;
+        }
+    }
+    ChannelSample out;
+    out.alpha = alpha;
+    if (alpha != 0.0) {
+        out.red = red / alpha;
+        out.green = green / alpha;
+        out.blue = blue / alpha;
+    }
+    return roundToPixel<Pixel>(out);
+}
+
+template PF_Pixel nearestSample<PF_Pixel>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+template PF_Pixel16 nearestSample<PF_Pixel16>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+template PF_PixelFloat nearestSample<PF_PixelFloat>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+template PF_Pixel bilinearSample<PF_Pixel>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+template PF_Pixel16 bilinearSample<PF_Pixel16>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+template PF_PixelFloat bilinearSample<PF_PixelFloat>(const PF_EffectWorld&, PF_Fixed, PF_Fixed);
+
+}  // namespace host
