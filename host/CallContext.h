@@ -1,0 +1,61 @@
+#pragma once
+// The state of one command the host is running: what the module's effect_ref points at.
+//
+// Every callback and suite function that receives an effect_ref reaches its host session and
+// the command's own state through CallContext::from(effect_ref). Several renders may run at
+// once on one host, each with its own context; a context is used by one command only.
+
+#include <cstdint>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <vector>
+
+#include "AE_Effect.h"
+
+namespace host {
+
+class Host;
+class OwnedWorld;
+
+struct LayerCheckout {
+    PF_ParamIndex index = 0;
+    int layer_id = 0;         // 0: nothing chosen (<none>)
+    double layer_seconds = 0; // time asked for, in the effect layer's seconds
+    PF_LRect result_rect{0, 0, 0, 0};
+    bool fetched = false;     // checkout_layer_pixels was called
+    std::shared_ptr<OwnedWorld> world;
+};
+
+struct CallContext {
+    static constexpr std::uint64_t kMagic = 0x4f5242564e484354ull;  // "ORBVNHCT"
+
+    std::uint64_t magic = kMagic;
+    Host* host = nullptr;
+    PF_Cmd cmd = PF_Cmd_ABOUT;
+    PF_InData in_data{};
+    double layer_seconds = 0;  // the effect layer's time of this command
+    short bitdepth = 8;        // pixel depth of the worlds checked out in this command
+    bool render = false;       // SMART_PRE_RENDER / SMART_RENDER
+    int adds = 0;              // add_param calls during PARAMS_SETUP
+
+    // Smart render bookkeeping.
+    std::map<A_long, LayerCheckout> layer_checkouts;  // by the effect's checkout id
+    bool any_input_fetched = false;
+    std::shared_ptr<OwnedWorld> output;
+    PF_LRect output_rect{0, 0, 0, 0};
+
+    // PF_CHECKOUT_PARAM records not yet checked in: the caller's struct address -> world
+    // (null for non-layer params).
+    std::mutex checkout_mutex;
+    std::multimap<const PF_ParamDef*, std::shared_ptr<OwnedWorld>> param_checkouts;
+
+    // effect_ref -> context; null (and no crash) for a foreign pointer.
+    static CallContext* from(PF_ProgPtr effect_ref);
+    PF_ProgPtr effect_ref() { return reinterpret_cast<PF_ProgPtr>(this); }
+    // True for the commands that run on a render thread.
+    bool on_render_thread() const { return render; }
+};
+
+}  // namespace host
