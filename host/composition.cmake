@@ -1,0 +1,6 @@
+# Composition model, layer transforms, expressions, scene files and the AEGP suites over them.
+target_sources(orbivane_host PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/Composition.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Transform.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Expression.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Scene.cpp)
