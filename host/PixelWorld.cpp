@@ -27,6 +27,7 @@ constexpr std::size_t kHeaderBlock = (sizeof(WorldHeader) + 15) / 16 * 16;
 constexpr std::size_t kPixelMisalignment = 4;
 
 std::atomic<std::uint64_t> g_next_serial{1};
+std::atomic<std::uint64_t> g_free_epoch{0};
 
 // Headers of live worlds. Consulted before a reserved0 pointer is ever dereferenced, so a
 // struct the module filled itself (or a freed world) is recognised instead of read.
@@ -121,6 +122,7 @@ PF_Err freeWorld(PF_EffectWorld* world) {
     }
     header->magic = 0;
     std::free(header);
+    g_free_epoch.fetch_add(1, std::memory_order_release);
     *world = PF_EffectWorld{};
     return PF_Err_NONE;
 }
@@ -141,6 +143,8 @@ std::uint64_t worldSerial(const PF_EffectWorld& world) {
     const WorldHeader* header = liveHeader(world);
     return header ? header->serial : 0;
 }
+
+std::uint64_t worldFreeEpoch() { return g_free_epoch.load(std::memory_order_acquire); }
 
 std::size_t liveWorldCount() {
     Registry& reg = registry();

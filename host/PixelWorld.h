@@ -66,6 +66,10 @@ std::uint64_t worldSerial(const PF_EffectWorld& world);
 // Number of worlds currently allocated in this process (for leak checks).
 std::size_t liveWorldCount();
 
+// Changes every time any world is freed: lock-free caches of per-world data compare it to
+// notice that an address they remember may since have been reused.
+std::uint64_t worldFreeEpoch();
+
 // The pixel type of each format.
 template <class Pixel>
 struct PixelFormatOf;

@@ -1,4 +1,5 @@
 # Pixel building blocks: worlds, area sampling, generic iteration, images.
 target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/PixelWorld.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/AreaSampler.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/AreaSampler.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SamplerCache.cpp)

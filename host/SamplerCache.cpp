@@ -1,0 +1,160 @@
+#include "host/SamplerCache.h"
+
+#include "host/PixelWorld.h"
+
+#include <new>
+
+namespace host {
+
+namespace {
+
+// Generations are unique across all caches, so a cache rebuilt at a freed cache's address
+// never matches the old one's per-thread hits.
+std::atomic<std::uint64_t> g_next_generation{1};
+
+struct RecentHit {
+    const SamplerCache* cache = nullptr;
+    std::uint64_t generation = 0;
+    std::uint64_t free_epoch = 0;
+    const void* data = nullptr;
+    A_long width = 0;
+    A_long height = 0;
+    A_long rowbytes = 0;
+    const AreaSampler* sampler = nullptr;
+};
+
+// A render usually samples one or two sources (texture, reflection map, blur layers), so a
+// few remembered hits per thread cover it.
+constexpr unsigned kRecentHits = 4;
+thread_local RecentHit t_recent[kRecentHits];
+thread_local unsigned t_next_slot = 0;
+
+}  // namespace
+
+SamplerCache::SamplerCache() : generation_(g_next_generation.fetch_add(1)) {}
+
+SamplerCache::~SamplerCache() = default;
+
+void SamplerCache::bumpGeneration() {
+    generation_.store(g_next_generation.fetch_add(1), std::memory_order_release);
+}
+
+const AreaSampler& SamplerCache::get(const PF_EffectWorld& world) {
+    const std::uint64_t generation = generation_.load(std::memory_order_acquire);
+    const std::uint64_t epoch = worldFreeEpoch();
+    for (const RecentHit& hit : t_recent) {
+        if (hit.cache == this && hit.generation == generation && hit.free_epoch == epoch &&
+            hit.data == world.data && hit.width == world.width && hit.height == world.height &&
+            hit.rowbytes == world.rowbytes)
+            return *hit.sampler;
+    }
+    const AreaSampler& sampler = lookupOrBuild(world);
+    t_recent[t_next_slot++ % kRecentHits] =
+        RecentHit{this, generation, epoch, world.data, world.width, world.height, world.rowbytes, &sampler};
+    return sampler;
+}
+
+const AreaSampler& SamplerCache::lookupOrBuild(const PF_EffectWorld& world) {
+    const Key key{world.data, world.width, world.height, world.rowbytes, worldPixelFormat(world),
+                  worldSerial(world)};
+    Entry* entry = nullptr;
+    {
+        std::shared_lock<std::shared_mutex> lock(mutex_);
+        auto it = entries_.find(key);
+        if (it != entries_.end()) entry = it->second.get();
+    }
+    if (!entry) {
+        std::unique_lock<std::shared_mutex> lock(mutex_);
+        std::unique_ptr<Entry>& slot = entries_[key];
+        if (!slot) slot = std::make_unique<Entry>();
+        entry = slot.get();
+    }
+    // One thread builds; the others wait here. A failed build (bad_alloc) leaves the flag
+    // unset, so a later request tries again.
+    std::call_once(entry->built, [&] {
+        entry->sampler = std::make_unique<AreaSampler>(world, key.format);
+        builds_.fetch_add(1, std::memory_order_relaxed);
+    });
+    return *entry->sampler;
+}
+
+void SamplerCache::invalidate(const void* data) {
+    std::unique_lock<std::shared_mutex> lock(mutex_);
+    for (auto it = entries_.begin(); it != entries_.end();) {
+        if (it->first.data == data)
+            it = entries_.erase(it);
+        else
+            ++it;
+    }
+    bumpGeneration();
+}
+
+void SamplerCache::clear() {
+    std::unique_lock<std::shared_mutex> lock(mutex_);
+    entries_.clear();
+    bumpGeneration();
+}
+
+std::size_t SamplerCache::size() const {
+    std::shared_lock<std::shared_mutex> lock(mutex_);
+    return entries_.size();
+}
+
+template <class Pixel>
+PF_Err sampleNearest(PF_Fixed x, PF_Fixed y, const PF_SampPB* params, Pixel* dst) {
+    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
+    const PF_EffectWorld& src = *params->src;
+    if (!src.data) {
+        *dst = Pixel{};
+        return PF_Err_NONE;
+    }
+    if (worldPixelFormat(src) != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
+    *dst = nearestSample<Pixel>(src, x, y);
+    return PF_Err_NONE;
+}
+
+template <class Pixel>
+PF_Err sampleSubpixel(PF_Quality quality, PF_Fixed x, PF_Fixed y, const PF_SampPB* params, Pixel* dst) {
+    if (quality == PF_Quality_LO) return sampleNearest(x, y, params, dst);
+    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
+    const PF_EffectWorld& src = *params->src;
+    if (!src.data) {
+        *dst = Pixel{};
+        return PF_Err_NONE;
+    }
+    if (worldPixelFormat(src) != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
+    *dst = bilinearSample<Pixel>(src, x, y);
+    return PF_Err_NONE;
+}
+
+template <class Pixel>
+PF_Err sampleArea(SamplerCache& cache, PF_Quality quality, PF_Fixed x, PF_Fixed y, const PF_SampPB* params,
+                  Pixel* dst) {
+    if (quality == PF_Quality_LO) return sampleNearest(x, y, params, dst);
+    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
+    const PF_EffectWorld& src = *params->src;
+    if (!src.data) {
+        *dst = Pixel{};
+        return PF_Err_NONE;
+    }
+    try {
+        const AreaSampler& sampler = cache.get(src);
+        if (sampler.format() != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
+        *dst = sampler.sample<Pixel>(x, y, params->x_radius, params->y_radius);
+    } catch (const std::bad_alloc&) {
+        return PF_Err_OUT_OF_MEMORY;
+    }
+    return PF_Err_NONE;
+}
+
+#define ORBIVANE_INSTANTIATE_SAMPLING(Pixel)                                                               \
+    template PF_Err sampleArea<Pixel>(SamplerCache&, PF_Quality, PF_Fixed, PF_Fixed, const PF_SampPB*, Pixel*); \
+    template PF_Err sampleSubpixel<Pixel>(PF_Quality, PF_Fixed, PF_Fixed, const PF_SampPB*, Pixel*);           \
+    template PF_Err sampleNearest<Pixel>(PF_Fixed, PF_Fixed, const PF_SampPB*, Pixel*);
+
+ORBIVANE_INSTANTIATE_SAMPLING(PF_Pixel)
+ORBIVANE_INSTANTIATE_SAMPLING(PF_Pixel16)
+ORBIVANE_INSTANTIATE_SAMPLING(PF_PixelFloat)
+#undef ORBIVANE_INSTANTIATE_SAMPLING
+
+}  // namespace host
