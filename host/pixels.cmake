@@ -2,4 +2,5 @@
 target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/PixelWorld.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AreaSampler.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/SamplerCache.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/SamplerCache.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/IterateGeneric.cpp)
