@@ -17,9 +17,11 @@ enum FalloffMode { kFalloffNone = 1, kFalloffSmooth = 2, kFalloffInverseSquareCl
 // Smallest distance to a light the falloff divides by, so a point on the light stays finite.
 constexpr double kMinLightDistance = 1e-15;
 
+// Clamps to [0, 1]; NaN (a zero-width smooth ramp or spot feather hit exactly) gives 0.
 double clampUnit(double x)
 {
-    return x < 0.0 ? 0.0 : (x > 1.0 ? 1.0 : x);
+    if (!(x > 0.0)) return 0.0;
+    return x < 1.0 ? x : 1.0;
 }
 
 // Distance falloff factor at `distance` pixels from the light.
@@ -47,7 +49,6 @@ double spotFactor(const vLight& light, double cos_angle)
 {
     const double s = (cos_angle - light.cos_half_cone) /
                      (light.feather * (1.0 - light.cos_half_cone));
-    if (std::isnan(s)) return 0.0;
     return clampUnit(s);
 }
 
