@@ -46,10 +46,13 @@ struct CallContext {
     std::shared_ptr<OwnedWorld> output;
     PF_LRect output_rect{0, 0, 0, 0};
 
-    // PF_CHECKOUT_PARAM records not yet checked in: the caller's struct address -> world
-    // (null for non-layer params).
+    // PF_CHECKOUT_PARAM records not yet checked in, by the caller's struct address.
+    struct ParamCheckout {
+        PF_ParamIndex index = 0;
+        std::shared_ptr<OwnedWorld> world;  // null for non-layer params and <none>
+    };
     std::mutex checkout_mutex;
-    std::multimap<const PF_ParamDef*, std::shared_ptr<OwnedWorld>> param_checkouts;
+    std::multimap<const PF_ParamDef*, ParamCheckout> param_checkouts;
 
     // effect_ref -> context; null (and no crash) for a foreign pointer.
     static CallContext* from(PF_ProgPtr effect_ref);

@@ -8,6 +8,7 @@
 // Without a module, render_scope() hands unit tests a ready PF_InData (utility callbacks,
 // handles, the world and sampling suites, an effect_ref) for calling module code directly.
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -193,8 +194,9 @@ public:
     // Allocates a host world (row padding, poison unless `clear`).
     std::shared_ptr<OwnedWorld> new_world(A_long width, A_long height, PF_PixelFormat format,
                                            bool clear, bool writeable);
-    // A layer's pixels at the effect layer's time, for checkouts.
-    std::shared_ptr<OwnedWorld> layer_world(int layer_id, double layer_seconds, short bitdepth,
+    // `rect` (downsampled layer pixels) gives a smart checkout with its origin; without it the
+    // whole layer at origin 0. `black` gives the right size without rendering.
+    std::shared_ptr<OwnedWorld> layer_world(int layer_id, double comp_seconds, short bitdepth,
                                              const PF_RationalScale& dsx,
                                              const PF_RationalScale& dsy, const PF_LRect* rect,
                                              bool black);
@@ -203,6 +205,8 @@ public:
                           const PF_RationalScale& dsy) const;
     // A_Err_WRONG_THREAD when strict mode forbids a project-changing call in this command.
     A_Err check_project_call(PF_ProgPtr effect_ref) const;
+    // True while GLOBAL_SETUP runs (the only time AEGP_RegisterWithAEGP is allowed).
+    bool registering() const { return registering_; }
     // Called by iterate_generic: the effect may have written to any world.
     void invalidate_sample_tables();
     PF_Err sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y,
@@ -240,6 +244,7 @@ private:
     PF_Handle global_data_ = nullptr;
     PF_Handle sequence_data_ = nullptr;
     bool sequence_live_ = false;
+    std::atomic<bool> registering_{false};
     double ui_seconds_ = 0;
 
     std::mutex global_mutex_;  // serialises commands on global data

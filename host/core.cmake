@@ -1,0 +1,13 @@
+# The host session: module loading, commands, callbacks, params, handles, suites, faults.
+target_sources(orbivane_host PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/FaultInjector.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ResourceCounters.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SuiteRegistry.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/HandleHeap.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ParamStore.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Pipl.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ErrorNames.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/UtilCallbacks.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CoreSuites.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SmartRender.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Host.cpp)
