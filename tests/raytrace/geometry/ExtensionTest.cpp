@@ -1,0 +1,157 @@
+#include <cmath>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "raytrace/Hyperboloid.h"
+#include "raytrace/geometry/ShapeSetup.h"
+#include "render/RenderInfo.h"
+
+using Vectormath::Aos::Vector3;
+
+namespace {
+
+// Copies of the texture beyond its own height on a closed cylinder.
+class CylinderExtensionTest : public ::testing::Test {
+protected:
+    CylinderExtensionTest() : info(nullptr)
+    {
+        setShapeSize(info, 100.0f, 100.0f, 0.0f);
+        info.texture_height = 200.0;
+        info.open_scale = 1.0;
+        info.extension.head_extensions = 0;
+        info.extension.tail_extensions = 2;
+        info.extension.flip_vertical = false;
+        info.extension.screw = 0.0;
+        info.extension.interval = 0.5;
+    }
+
+    // Maps (u, v) in place and returns them.
+    std::pair<double, double> mapped(double u, double v) const
+    {
+        info.extension.modifyUVByExtendedCylinder(Vector3(100.0f, 0.0f, 0.0f), info, u, v);
+        return {u, v};
+    }
+
+    RenderInfo info;
+};
+
+TEST_F(CylinderExtensionTest, GapAfterTheTextureIsLeftOutside)
+{
+    EXPECT_DOUBLE_EQ(mapped(0.3, 1.2).second, 1.2);
+}
+
+TEST_F(CylinderExtensionTest, CopiesAboveMapBackIntoTheTexture)
+{
+    EXPECT_NEAR(mapped(0.3, 1.6).second, 0.1, 1e-12);  // copy 1
+    EXPECT_NEAR(mapped(0.3, 3.1).second, 0.1, 1e-12);  // copy 2
+    EXPECT_NEAR(mapped(0.3, 2.8).second, 1.3, 1e-12);  // copy 1's trailing gap
+}
+
+TEST_F(CylinderExtensionTest, NoCopyBeyondTheCount)
+{
+    const auto uv = mapped(0.3, 4.6);  // copy 3 of 2
+    EXPECT_DOUBLE_EQ(uv.first, 0.3);
+    EXPECT_DOUBLE_EQ(uv.second, 4.6);
+}
+
+TEST_F(CylinderExtensionTest, FlipMirrorsOddCopiesOnly)
+{
+    info.extension.flip_vertical = true;
+    EXPECT_NEAR(mapped(0.3, 1.6).second, 0.9, 1e-12);
+    EXPECT_NEAR(mapped(0.3, 3.1).second, 0.1, 1e-12);
+}
+
+TEST_F(CylinderExtensionTest, CopyBelowNeedsAHeadCount)
+{
+    info.extension.interval = 0.0;
+    EXPECT_DOUBLE_EQ(mapped(0.3, -0.2).second, -0.2);
+
+    info.extension.head_extensions = 1;
+    EXPECT_NEAR(mapped(0.3, -0.2).second, 0.8, 1e-12);
+
+    info.extension.flip_vertical = true;  // k = -1 is odd
+    EXPECT_NEAR(mapped(0.3, -0.2).second, 0.2, 1e-12);
+}
+
+TEST_F(CylinderExtensionTest, ScrewShiftsUPerCopyAndWrapsByTheOpenFactor)
+{
+    info.extension.screw = 0.25;
+    EXPECT_NEAR(mapped(0.9, 1.6).first, 0.15, 1e-12);  // 0.9 + 0.25
+    EXPECT_NEAR(mapped(0.9, 3.1).first, 0.4, 1e-12);   // 0.9 + 0.5
+    EXPECT_DOUBLE_EQ(mapped(0.9, 0.5).first, 0.9);     // the texture itself
+
+    info.extension.head_extensions = 3;
+    EXPECT_NEAR(mapped(0.1, -4.0).first, 0.35, 1e-12);  // k = -3: 0.1 - 0.75
+
+    info.open_scale = 2.0;
+    EXPECT_NEAR(mapped(1.9, 1.6).first, 0.15, 1e-12);  // 2.15 wrapped by 2
+}
+
+// The two-sheet variant: copies per sheet, the lower sheet offset by one copy.
+class HyperboloidExtensionTest : public ::testing::Test {
+protected:
+    HyperboloidExtensionTest() : info(nullptr), extension()
+    {
+        info.texture_height = 200.0;
+        info.open_scale = 1.0;
+        extension.head_extensions = 0;
+        extension.tail_extensions = 2;
+        extension.interval = 0.5;
+        extension.head_side = true;
+        extension.tail_side = true;
+    }
+
+    RenderInfo info;
+    ExtraRenderInfo<Hyperboloid>::ExtensionInfo extension;
+};
+
+TEST_F(HyperboloidExtensionTest, UpperSheetHasTailCopiesOnly)
+{
+    const Vector3 upper(0.0f, 0.0f, 2.0f);
+    EXPECT_TRUE(extension.isTextureInExtension(0, upper));
+    EXPECT_TRUE(extension.isTextureInExtension(2, upper));
+    EXPECT_FALSE(extension.isTextureInExtension(3, upper));
+    EXPECT_FALSE(extension.isTextureInExtension(-1, upper));
+    extension.tail_side = false;
+    EXPECT_FALSE(extension.isTextureInExtension(1, upper));
+}
+
+TEST_F(HyperboloidExtensionTest, LowerSheetAllowsOneMoreCopyThanItsCount)
+{
+    const Vector3 lower(0.0f, 0.0f, -2.0f);
+    EXPECT_TRUE(extension.isTextureInExtension(-1, lower));  // 0 + 2 > 1
+    EXPECT_FALSE(extension.isTextureInExtension(-2, lower));
+    EXPECT_FALSE(extension.isTextureInExtension(1, lower));
+    extension.head_side = false;
+    EXPECT_FALSE(extension.isTextureInExtension(-1, lower));
+}
+
+TEST_F(HyperboloidExtensionTest, LowerSheetCopyDropsAnExtraInterval)
+{
+    const Vector3 lower(0.0f, 0.0f, -2.0f);
+    extension.screw = 0.25;
+    double u = 0.3, v = -0.2;  // k = -1, j = 0: no screw
+    extension.modifyUVByExtendedCylinder(lower, info, u, v);
+    EXPECT_NEAR(u, 0.3, 1e-12);
+    EXPECT_NEAR(v, 0.8, 1e-12);  // -0.2 + 1.5 - 0.5
+
+    extension.flip_vertical = true;
+    u = 0.3, v = -0.2;
+    extension.modifyUVByExtendedCylinder(lower, info, u, v);
+    EXPECT_NEAR(v, 0.2, 1e-12);
+}
+
+TEST_F(HyperboloidExtensionTest, UpperSheetScrewWrapsByTheLocalPeriod)
+{
+    info.open_scale = 2.0;
+    extension.screw = 0.5;
+    const Vector3 upper(0.0f, 0.0f, 2.0f);
+    // Period m = (2 - 1) * sqrt(3) + 1; u = 2.5 + 0.5 wraps to 3 - m.
+    double u = 2.5, v = 1.6;
+    extension.modifyUVByExtendedCylinder(upper, info, u, v);
+    EXPECT_NEAR(u, 3.0 - (std::sqrt(3.0) + 1.0), 1e-6);
+    EXPECT_NEAR(v, 0.1, 1e-12);
+}
+
+}  // namespace
