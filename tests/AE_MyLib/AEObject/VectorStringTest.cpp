@@ -1,0 +1,117 @@
+// AEO::Vector and AEO::String on host memory, and the UTF-16 to UTF-8 conversion.
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "AE_MyLib/AEObject/AEO_String.h"
+#include "AE_MyLib/AEObject/AEO_Vector.h"
+#include "AE_MyLib/AEObject/FakeHost.h"
+
+namespace {
+
+TEST(Vector, GrowsThroughHostMemoryKeepingItsElements)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    {
+        AEO::Vector<int> v(&in_data);
+        EXPECT_EQ(v.size(), 0u);
+        EXPECT_EQ(host.handles_made, 0) << "an empty vector holds no storage";
+
+        v.resize(1, 7);
+        v.resize(3, 9);
+        ASSERT_EQ(v.size(), 3u);
+        EXPECT_EQ(v[0], 7);
+        EXPECT_EQ(v[1], 9);
+        EXPECT_EQ(v[2], 9);
+        EXPECT_EQ(host.handles.size(), 1u) << "the old storage is freed when it grows";
+
+        ASSERT_TRUE(v.reserve(100));
+        EXPECT_EQ(v.capacity(), 100u);
+        EXPECT_EQ(v[2], 9);
+        ASSERT_TRUE(v.reserve(10));
+        EXPECT_EQ(v.capacity(), 100u) << "never shrinks";
+    }
+    EXPECT_TRUE(host.handles.empty()) << "the destructor frees the storage";
+}
+
+TEST(Vector, AFailedReserveLeavesItAsItWas)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    AEO::Vector<void*> lights(&in_data);
+    int a = 0, b = 0;
+    lights.resize(1, &a);
+    host.fail_new_handle = true;
+
+    EXPECT_FALSE(lights.reserve(5));
+    EXPECT_EQ(lights.capacity(), 1u);
+    lights.resize(2, &b);  // the slot cannot be had: the element is dropped
+    ASSERT_EQ(lights.size(), 1u);
+    EXPECT_EQ(lights[0], &a);
+    EXPECT_FALSE(lights.push_back(&b));
+    EXPECT_EQ(lights.size(), 1u);
+}
+
+TEST(Vector, WithoutAnAllocatorHoldsNothing)
+{
+    AEO::Vector<int> v;
+    EXPECT_FALSE(v.reserve(1));
+    v.resize(4, 1);
+    EXPECT_EQ(v.size(), 0u);
+    EXPECT_EQ(v.begin(), v.end());
+}
+
+TEST(String, AssignsAndAppendsWithATerminator)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    AEO::String<char> s(&in_data);
+    EXPECT_STREQ(s.c_str(), "");
+    ASSERT_TRUE(s.assign("thisComp"));
+    ASSERT_TRUE(s.append(".layer(\""));
+    EXPECT_STREQ(s.c_str(), "thisComp.layer(\"");
+    EXPECT_EQ(s.size(), 16u);
+    ASSERT_TRUE(s.assign("x"));
+    EXPECT_STREQ(s.c_str(), "x");
+    EXPECT_EQ(s.size(), 1u);
+}
+
+TEST(String, WideStringsKeepTheirCodeUnits)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    AEO::String<char16_t> s(&in_data);
+    ASSERT_TRUE(s.assign(u"Light 1"));
+    EXPECT_EQ(std::u16string(s.c_str()), u"Light 1");
+    EXPECT_EQ(s.size(), 7u);
+}
+
+std::string utf8(const char16_t* text)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    AEO::String<char> out(&in_data);
+    EXPECT_TRUE(AEO::appendUtf8(out, text));
+    return out.c_str();
+}
+
+TEST(Utf8, EncodesEachRangeOfCodePoints)
+{
+    EXPECT_EQ(utf8(u"Null 2"), "Null 2");
+    EXPECT_EQ(utf8(u"Cam\u00E9ra"), "Cam\xC3\xA9ra");         // two bytes
+    EXPECT_EQ(utf8(u"\u20AC"), "\xE2\x82\xAC");                // three bytes
+    EXPECT_EQ(utf8(u"\U0001F600"), "\xF0\x9F\x98\x80");        // surrogate pair, four bytes
+    EXPECT_EQ(utf8(u""), "");
+}
+
+TEST(Utf8, ReplacesLoneSurrogates)
+{
+    const char16_t high_alone[] = {0xD83D, u'a', 0};
+    const char16_t low_alone[] = {0xDE00, 0};
+    EXPECT_EQ(utf8(high_alone), "\xEF\xBF\xBD" "a");
+    EXPECT_EQ(utf8(low_alone), "\xEF\xBF\xBD");
+}
+
+}  // namespace
