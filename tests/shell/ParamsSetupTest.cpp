@@ -1,0 +1,237 @@
+// The parameter set as the host receives it, checked field by field against the effect's
+// documented vocabulary (written out here independently of the module's own table).
+
+#include <gtest/gtest.h>
+
+#include <cstring>
+#include <string>
+
+#include "AE_Effect.h"
+#include "AE_MyLib/AEObject/FakeHost.h"
+#include "shell/ParamIds.h"
+
+#ifndef PF_DEF_NAME
+#define PF_DEF_NAME name
+#endif
+#ifndef PF_DEF_NAMEPTR
+#define PF_DEF_NAMEPTR nameptr
+#endif
+#ifndef PF_DEF_NAMESPTR
+#define PF_DEF_NAMESPTR namesptr
+#endif
+
+extern "C" PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data,
+                                 PF_ParamDef* params[], PF_LayerDef* output, void* extra);
+
+namespace {
+
+constexpr A_long fx(double v) { return A_long(v * 65536.0); }  // exact for these values
+
+enum Kind { LAYER, TOPIC, END, ANGLE, FIXED, SLIDER, POINT, POPUP, CHECK, COLOR };
+
+struct Expected {
+    Kind kind;
+    const char* name;
+    A_long id;
+    PF_ParamFlags flags;
+    PF_ParamUIFlags ui;
+    A_long vmin, vmax, smin, smax, dflt;
+    int precision;
+    const char* items;
+};
+
+constexpr PF_ParamFlags TW = PF_ParamFlag_COLLAPSE_TWIRLY;
+constexpr PF_ParamFlags SV = PF_ParamFlag_SUPERVISE;
+
+// Index 1 .. 56.
+const Expected kExpected[] = {
+    {LAYER, "Texture", 1, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {TOPIC, "Transform", 2, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {ANGLE, "Slide Texture", 43, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {LAYER, "Control Layer", 3, SV, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "Ellipse X/Y", 5, TW, 0, -65470, 65470, -65470, 65470, 0, 2, nullptr},
+    {FIXED, "Hyperboloid", 59, TW, 0, 0, 64880, 0, 64880, 0, 2, nullptr},
+    {FIXED, "Radius Scale", 44, TW, 0, 0, fx(32767), 0, fx(255), fx(100), 1, nullptr},
+    {FIXED, "Height Scale", 45, TW, 0, fx(-32767), fx(32767), fx(-255), fx(255), fx(100), 1, nullptr},
+    {POINT, "Position XY", 7, 0, 0, 0, 0, 0, 0, fx(50), 0, nullptr},
+    {FIXED, "Position Z", 8, TW, 0, fx(-32767), fx(32767), fx(-1000), fx(1000), 0, 1, nullptr},
+    {ANGLE, "Rotation X", 9, 0, 0, 0, 0, 0, 0, fx(-90), 0, nullptr},
+    {ANGLE, "Rotation Y", 10, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {ANGLE, "Rotation Z", 11, 0, 0, 0, 0, 0, 0, fx(-90), 0, nullptr},
+    {END, "", 12, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {TOPIC, "Open Cylinder", 13, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {CHECK, "Show Pivot", 14, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "Fixed Point U", 15, TW, 0, 0, fx(1), 0, fx(1), fx(0.5), 2, nullptr},
+    {FIXED, "Open Parameter", 17, 0, 0, 0, fx(2), 0, fx(2), 0, 2, nullptr},
+    {END, "", 13, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {TOPIC, "Extend Cylinder", 46, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {POPUP, "Extension Side", 47, 0, 0, 0, 0, 0, 0, 3, 0, "Head Side|Tail Side|Both Sides"},
+    {SLIDER, "Extensions", 48, 0, 0, 0, 32767, 0, 254, 0, 0, nullptr},
+    {CHECK, "Flip Vertical", 49, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {ANGLE, "Screw", 50, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "Interval", 51, 0, 0, 0, fx(32767), 0, fx(1000), 0, 1, nullptr},
+    {END, "", 52, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {TOPIC, "Shading", 19, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {POPUP, "Falloff", 20, SV, 0, 0, 0, 0, 0, 1, 0, "None|Smooth|Inverse Square Clamped"},
+    {FIXED, "Falloff Radius", 21, TW, PF_PUI_DISABLED, fx(1), fx(32767), fx(1), fx(1000), fx(200), 1, nullptr},
+    {FIXED, "Falloff Distance", 22, TW, PF_PUI_DISABLED, fx(1), fx(32767), fx(1), fx(1000), fx(200), 1, nullptr},
+    {CHECK, "Self Shadow", 23, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "Light Transmission", 24, 0, 0, 0, fx(100), 0, fx(100), 0, 1, nullptr},
+    {FIXED, "Emit", 25, 0, 0, 0, fx(100), 0, fx(100), fx(100), 1, nullptr},
+    {FIXED, "Ambient", 26, 0, 0, 0, fx(100), 0, fx(100), fx(100), 1, nullptr},
+    {FIXED, "Diffuse", 27, 0, 0, 0, fx(100), 0, fx(100), fx(50), 1, nullptr},
+    {FIXED, "Specular", 28, 0, 0, 0, fx(100), 0, fx(100), fx(50), 1, nullptr},
+    {FIXED, "Roughness", 29, 0, 0, 0, 65470, 0, 65470, 655, 3, nullptr},
+    {FIXED, "Metal", 30, 0, 0, 0, fx(100), 0, fx(100), 0, 1, nullptr},
+    {LAYER, "Reflection Map", 31, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "Reflection Intensity", 32, 0, 0, 0, fx(100), 0, fx(100), fx(100), 1, nullptr},
+    {FIXED, "Reflection Rolloff", 32, 0, 0, 0, fx(100), 0, fx(100), fx(10), 1, nullptr},
+    {END, "", 34, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {TOPIC, "Rendering", 35, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {POPUP, "Render Side", 36, 0, 0, 0, 0, 0, 0, 1, 0, "Full|Inside|Outside"},
+    {CHECK, "Use Composition Camera", 37, 0, 0, 0, 0, 0, 0, 1, 0, nullptr},
+    {POPUP, "Depth Of Field", 38, 0, 0, 0, 0, 0, 0, 1, 0, "Off|Camera Settings|On"},
+    {FIXED, "Boost DOF Blur", 39, 0, 0, 0, fx(2000), 0, fx(1000), fx(100), 1, nullptr},
+    {FIXED, "Sharpness", 40, 0, 0, 0, fx(1), 0, fx(1), fx(0.5), 2, nullptr},
+    {TOPIC, "Depth Composite", 53, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {POPUP, "Mode", 54, 0, 0, 0, 0, 0, 0, 1, 0, "Off|Fog|Fade Out"},
+    {FIXED, "Start depth", 55, 0, 0, 0, fx(32767), 0, fx(1000), 0, 1, nullptr},
+    {FIXED, "End depth", 56, 0, 0, 0, fx(32767), 0, fx(1000), fx(1000), 1, nullptr},
+    {COLOR, "Fog Color", 57, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {END, "", 58, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {END, "", 41, 0, 0, 0, 0, 0, 0, 0, 0, nullptr},
+    {FIXED, "dammy", 42, 0, PF_PUI_INVISIBLE, fx(-32767), fx(32767), fx(-32767), fx(32767), 0, 1, nullptr},
+};
+static_assert(sizeof(kExpected) / sizeof(kExpected[0]) == 56, "one row per added parameter");
+
+void expectValueRecord(const Expected& e, const PF_ParamDef& d)
+{
+    switch (e.kind) {
+    case LAYER:
+        EXPECT_EQ(d.param_type, PF_Param_LAYER);
+        EXPECT_EQ(d.u.ld.dephault, PF_LayerDefault_NONE);
+        break;
+    case TOPIC:
+        EXPECT_EQ(d.param_type, PF_Param_GROUP_START);
+        break;
+    case END:
+        EXPECT_EQ(d.param_type, PF_Param_GROUP_END);
+        break;
+    case ANGLE:
+        EXPECT_EQ(d.param_type, PF_Param_ANGLE);
+        EXPECT_EQ(d.u.ad.value, e.dflt);
+        EXPECT_EQ(d.u.ad.dephault, e.dflt);
+        break;
+    case FIXED:
+        EXPECT_EQ(d.param_type, PF_Param_FIX_SLIDER);
+        EXPECT_EQ(d.u.fd.valid_min, e.vmin);
+        EXPECT_EQ(d.u.fd.valid_max, e.vmax);
+        EXPECT_EQ(d.u.fd.slider_min, e.smin);
+        EXPECT_EQ(d.u.fd.slider_max, e.smax);
+        EXPECT_EQ(d.u.fd.value, e.dflt);
+        EXPECT_EQ(d.u.fd.dephault, e.dflt);
+        EXPECT_EQ(d.u.fd.precision, e.precision);
+        EXPECT_EQ(d.u.fd.display_flags, 0) << "no percent display";
+        break;
+    case SLIDER:
+        EXPECT_EQ(d.param_type, PF_Param_SLIDER);
+        EXPECT_EQ(d.u.sd.valid_min, e.vmin);
+        EXPECT_EQ(d.u.sd.valid_max, e.vmax);
+        EXPECT_EQ(d.u.sd.slider_min, e.smin);
+        EXPECT_EQ(d.u.sd.slider_max, e.smax);
+        EXPECT_EQ(d.u.sd.value, e.dflt);
+        EXPECT_EQ(d.u.sd.dephault, e.dflt);
+        break;
+    case POINT:
+        EXPECT_EQ(d.param_type, PF_Param_POINT);
+        EXPECT_EQ(d.u.td.x_dephault, e.dflt);
+        EXPECT_EQ(d.u.td.y_dephault, e.dflt);
+        EXPECT_EQ(d.u.td.x_value, e.dflt);
+        EXPECT_EQ(d.u.td.y_value, e.dflt);
+        EXPECT_FALSE(d.u.td.restrict_bounds);
+        break;
+    case POPUP:
+        EXPECT_EQ(d.param_type, PF_Param_POPUP);
+        EXPECT_EQ(d.u.pd.num_choices, 3);
+        EXPECT_EQ(d.u.pd.value, e.dflt);
+        EXPECT_EQ(d.u.pd.dephault, e.dflt);
+        ASSERT_NE(d.u.pd.u.PF_DEF_NAMESPTR, nullptr);
+        EXPECT_STREQ(d.u.pd.u.PF_DEF_NAMESPTR, e.items);
+        break;
+    case CHECK:
+        EXPECT_EQ(d.param_type, PF_Param_CHECKBOX);
+        EXPECT_EQ(d.u.bd.value, e.dflt);
+        EXPECT_EQ(d.u.bd.dephault, e.dflt);
+        ASSERT_NE(d.u.bd.u.PF_DEF_NAMEPTR, nullptr);
+        EXPECT_STREQ(d.u.bd.u.PF_DEF_NAMEPTR, "") << "no text beside the box";
+        break;
+    case COLOR:
+        EXPECT_EQ(d.param_type, PF_Param_COLOR);
+        for (const PF_Pixel& p : {d.u.cd.value, d.u.cd.dephault}) {
+            EXPECT_EQ(p.alpha, 255);
+            EXPECT_EQ(p.red, 255);
+            EXPECT_EQ(p.green, 255);
+            EXPECT_EQ(p.blue, 255);
+        }
+        break;
+    }
+}
+
+PF_Err paramsSetup(fake::FakeHost& host, PF_OutData& out)
+{
+    return EntryPointFunc(PF_Cmd_PARAMS_SETUP, host.in(), &out, nullptr, nullptr, nullptr);
+}
+
+TEST(ParamsSetup, RegistersEveryParameterAsDocumented)
+{
+    fake::FakeHost host;
+    PF_OutData out;
+    std::memset(&out, 0, sizeof(out));
+    ASSERT_EQ(paramsSetup(host, out), PF_Err_NONE);
+    EXPECT_EQ(out.num_params, 57);
+    ASSERT_EQ(host.added_params.size(), 56u);
+
+    for (int index = 1; index <= 56; ++index) {
+        const Expected& e = kExpected[index - 1];
+        const PF_ParamDef& d = host.added_params[index - 1];
+        SCOPED_TRACE(std::string("parameter ") + std::to_string(index) + " \"" + e.name + "\"");
+        EXPECT_STREQ(d.PF_DEF_NAME, e.name);
+        EXPECT_EQ(d.uu.id, e.id);
+        EXPECT_EQ(d.flags, e.flags);
+        EXPECT_EQ(d.ui_flags, e.ui);
+        expectValueRecord(e, d);
+    }
+}
+
+TEST(ParamsSetup, IdentifiersNameTheirRows)
+{
+    fake::FakeHost host;
+    PF_OutData out;
+    std::memset(&out, 0, sizeof(out));
+    ASSERT_EQ(paramsSetup(host, out), PF_Err_NONE);
+    auto name = [&](int id) { return std::string(host.added_params[id - 1].PF_DEF_NAME); };
+    EXPECT_EQ(name(PARAM_TEXTURE), "Texture");
+    EXPECT_EQ(name(PARAM_CONTROL_LAYER), "Control Layer");
+    EXPECT_EQ(name(PARAM_OPEN_PARAMETER), "Open Parameter");
+    EXPECT_EQ(name(PARAM_REFLECTION_MAP), "Reflection Map");
+    EXPECT_EQ(name(PARAM_USE_COMP_CAMERA), "Use Composition Camera");
+    EXPECT_EQ(name(PARAM_FOG_COLOR), "Fog Color");
+    EXPECT_EQ(name(PARAM_DAMMY), "dammy");
+}
+
+TEST(ParamsSetup, TheFirstRefusedAdditionStopsTheSetup)
+{
+    for (int failing : {0, 9, 55}) {
+        fake::FakeHost host;
+        host.fail_add_param_at = failing;
+        host.add_param_error = PF_Err_BAD_CALLBACK_PARAM;
+        PF_OutData out;
+        std::memset(&out, 0, sizeof(out));
+        out.num_params = -1;
+        EXPECT_EQ(paramsSetup(host, out), PF_Err_BAD_CALLBACK_PARAM) << failing;
+        EXPECT_EQ(host.added_params.size(), std::size_t(failing)) << "nothing added after the refusal";
+        EXPECT_EQ(out.num_params, -1) << "the count stays as it was";
+    }
+}
+
+}  // namespace
