@@ -1,0 +1,92 @@
+#include <gtest/gtest.h>
+
+#include "AE_EffectCBSuites.h"
+#include "host/Host.h"
+
+namespace {
+
+// Acquires the world suite and makes and disposes of one world: 4 host calls
+// (AcquireSuite, PF_NewWorld, PF_DisposeWorld, ReleaseSuite).
+PF_Err makeAndDisposeWorld(host::Host& session) {
+    auto scope = session.render_scope();
+    PF_InData* in_data = scope->in_data();
+    const PF_WorldSuite2* worlds = nullptr;
+    PF_Err err = in_data->pica_basicP->AcquireSuite(kPFWorldSuite, kPFWorldSuiteVersion2,
+                                                   reinterpret_cast<const void**>(&worlds));
+    if (err) return err;
+    PF_EffectWorld world{};
+    err = worlds->PF_NewWorld(in_data->effect_ref, 4, 4, 1, PF_PixelFormat_ARGB32, &world);
+    if (!err) err = worlds->PF_DisposeWorld(in_data->effect_ref, &world);
+    const PF_Err release_err = in_data->pica_basicP->ReleaseSuite(kPFWorldSuite, kPFWorldSuiteVersion2);
+    return err ? err : release_err;
+}
+
+TEST(FaultInjector, CountingRunNamesEveryCall) {
+    host::Host session;
+    session.faults().set_recording(true);
+    ASSERT_EQ(makeAndDisposeWorld(session), PF_Err_NONE);
+    EXPECT_EQ(session.faults().calls(), 4u);
+    const std::vector<std::string> expected{"AcquireSuite", "PF_NewWorld", "PF_DisposeWorld", "ReleaseSuite"};
+    EXPECT_EQ(session.faults().recorded_calls(), expected);
+    EXPECT_EQ(session.leaks(), "");
+}
+
+TEST(FaultInjector, FailsEachCallByNumberInTurn) {
+    for (std::uint64_t n = 1; n <= 4; ++n) {
+        host::Host session;
+        session.faults().fail_call(n, PF_Err_OUT_OF_MEMORY);
+        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY) << "call " << n;
+        EXPECT_EQ(session.faults().injected(), 1u) << "call " << n;
+    }
+}
+
+TEST(FaultInjector, FailedAcquisitionHoldsNothing) {
+    host::Host session;
+    session.faults().fail_call(1, PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(session.counters().live(host::Resource::Suite), 0);
+}
+
+TEST(FaultInjector, FailsEveryCallOfANamedFunction) {
+    host::Host session;
+    session.faults().fail_every("PF_NewWorld", PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(session.faults().injected(), 2u);
+    EXPECT_EQ(session.leaks(), "");  // the suite was still released
+}
+
+TEST(FaultInjector, FailsACallbackByName) {
+    host::Host session;
+    auto scope = session.render_scope();
+    session.faults().fail_every("abort", PF_Err_INTERNAL_STRUCT_DAMAGED);
+    EXPECT_EQ(PF_ABORT(scope->in_data()), PF_Err_INTERNAL_STRUCT_DAMAGED);
+    EXPECT_EQ(PF_PROGRESS(scope->in_data(), 1, 2), PF_Err_NONE);
+}
+
+TEST(FaultInjector, CancelReachesAbortProgressAndIteration) {
+    host::Host session;
+    auto scope = session.render_scope();
+    PF_InData* in_data = scope->in_data();
+    EXPECT_EQ(PF_ABORT(in_data), PF_Err_NONE);
+    session.faults().set_cancel(true);
+    EXPECT_EQ(PF_ABORT(in_data), PF_Interrupt_CANCEL);
+    EXPECT_EQ(PF_PROGRESS(in_data, 1, 2), PF_Interrupt_CANCEL);
+    int calls = 0;
+    auto count = [](void* refcon, A_long, A_long, A_long) -> PF_Err {
+        ++*static_cast<int*>(refcon);
+        return PF_Err_NONE;
+    };
+    EXPECT_EQ(in_data->utils->iterate_generic(10, &calls, count), PF_Interrupt_CANCEL);
+    EXPECT_EQ(calls, 0);
+}
+
+TEST(FaultInjector, ResetRestartsTheCount) {
+    host::Host session;
+    session.faults().fail_call(1, PF_Err_OUT_OF_MEMORY);
+    session.faults().reset();
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_NONE);
+    EXPECT_EQ(session.faults().calls(), 4u);
+}
+
+}  // namespace

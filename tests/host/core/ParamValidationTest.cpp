@@ -1,0 +1,172 @@
+#include <gtest/gtest.h>
+
+#include <cstring>
+
+#include "host/ParamStore.h"
+
+namespace {
+
+PF_ParamDef slider(const char* name, A_long id, PF_ParamValue lo, PF_ParamValue hi, PF_ParamValue dflt) {
+    PF_ParamDef def{};
+    def.param_type = PF_Param_SLIDER;
+    std::strcpy(def.PF_DEF_NAME, name);
+    def.uu.id = id;
+    def.u.sd.valid_min = def.u.sd.slider_min = lo;
+    def.u.sd.valid_max = def.u.sd.slider_max = hi;
+    def.u.sd.value = def.u.sd.dephault = dflt;
+    return def;
+}
+
+PF_ParamDef group(PF_ParamType type, A_long id) {
+    PF_ParamDef def{};
+    def.param_type = type;
+    std::strcpy(def.PF_DEF_NAME, "Group");
+    def.uu.id = id;
+    return def;
+}
+
+class ParamValidation : public ::testing::Test {
+protected:
+    void SetUp() override { store.begin_setup(); }
+    PF_Err add(const PF_ParamDef& def) { return store.add(-1, def, warnings); }
+    host::ParamStore store;
+    std::vector<std::string> warnings;
+};
+
+TEST_F(ParamValidation, AcceptsAWellFormedSet) {
+    EXPECT_EQ(add(group(PF_Param_GROUP_START, 1)), PF_Err_NONE);
+    EXPECT_EQ(add(slider("Count", 2, 0, 10, 5)), PF_Err_NONE);
+    EXPECT_EQ(add(group(PF_Param_GROUP_END, 3)), PF_Err_NONE);
+    EXPECT_EQ(store.finish_setup(4, warnings), "");
+    EXPECT_TRUE(warnings.empty());
+    EXPECT_EQ(store.find("Count"), 2);
+}
+
+TEST_F(ParamValidation, RefusesAnUnknownType) {
+    PF_ParamDef def = slider("Odd", 1, 0, 1, 0);
+    def.param_type = 16;  // reserved
+    EXPECT_EQ(add(def), PF_Err_UNRECOGNIZED_PARAM_TYPE);
+    def.param_type = 42;
+    EXPECT_EQ(add(def), PF_Err_UNRECOGNIZED_PARAM_TYPE);
+    EXPECT_EQ(store.size(), 1);
+}
+
+TEST_F(ParamValidation, RefusesANameWithoutRoomForItsTerminator) {
+    PF_ParamDef def = slider("x", 1, 0, 1, 0);
+    std::memset(def.PF_DEF_NAME, 'n', sizeof def.PF_DEF_NAME);  // 32 characters, no NUL
+    EXPECT_EQ(add(def), PF_Err_BAD_CALLBACK_PARAM);
+    def.PF_DEF_NAME[31] = '\0';  // 31 characters fit
+    EXPECT_EQ(add(def), PF_Err_NONE);
+}
+
+TEST_F(ParamValidation, RefusesUnbalancedGroups) {
+    EXPECT_EQ(add(group(PF_Param_GROUP_END, 1)), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(add(group(PF_Param_GROUP_START, 2)), PF_Err_NONE);
+    EXPECT_NE(store.finish_setup(2, warnings), "");  // never closed
+}
+
+TEST_F(ParamValidation, RefusesAnInvertedValidRange) {
+    EXPECT_EQ(add(slider("Inverted", 1, 10, 0, 5)), PF_Err_BAD_CALLBACK_PARAM);
+    PF_ParamDef fixed{};
+    fixed.param_type = PF_Param_FIX_SLIDER;
+    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
+    fixed.u.fd.valid_min = 2 << 16;
+    fixed.u.fd.valid_max = 1 << 16;
+    EXPECT_EQ(add(fixed), PF_Err_BAD_CALLBACK_PARAM);
+    fixed.u.fd.valid_max = 2 << 16;  // equal bounds are a valid (single-valued) range
+    fixed.u.fd.dephault = 2 << 16;
+    EXPECT_EQ(add(fixed), PF_Err_NONE);
+}
+
+TEST_F(ParamValidation, DuplicateIdsAreOnlyWarned) {
+    EXPECT_EQ(add(slider("A", 32, 0, 1, 0)), PF_Err_NONE);
+    EXPECT_EQ(add(slider("B", 32, 0, 1, 0)), PF_Err_NONE);
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_NE(warnings[0].find("reuses disk id 32"), std::string::npos) << warnings[0];
+    EXPECT_EQ(store.finish_setup(3, warnings), "");
+}
+
+TEST_F(ParamValidation, DefaultOutsideTheValidRangeIsOnlyWarned) {
+    EXPECT_EQ(add(slider("Wide", 1, 0, 10, 11)), PF_Err_NONE);
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_NE(warnings[0].find("default"), std::string::npos);
+}
+
+TEST_F(ParamValidation, DocumentedFlagRules) {
+    PF_ParamDef button = group(PF_Param_BUTTON, 1);
+    EXPECT_EQ(add(button), PF_Err_BAD_CALLBACK_PARAM);  // must be supervised
+    button.flags = PF_ParamFlag_SUPERVISE;
+    EXPECT_EQ(add(button), PF_Err_NONE);
+
+    PF_ParamDef layer = group(PF_Param_LAYER, 2);
+    layer.flags = PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS;
+    EXPECT_EQ(add(layer), PF_Err_BAD_CALLBACK_PARAM);
+    layer.flags = PF_ParamFlag_SUPERVISE;
+    layer.ui_flags = PF_PUI_STD_CONTROL_ONLY;  // illegal on layers even when supervised
+    EXPECT_EQ(add(layer), PF_Err_BAD_CALLBACK_PARAM);
+
+    PF_ParamDef std_slider = slider("Std", 3, 0, 1, 0);
+    std_slider.ui_flags = PF_PUI_STD_CONTROL_ONLY;
+    EXPECT_EQ(add(std_slider), PF_Err_BAD_CALLBACK_PARAM);  // needs SUPERVISE
+    std_slider.flags = PF_ParamFlag_SUPERVISE;
+    EXPECT_EQ(add(std_slider), PF_Err_NONE);
+}
+
+TEST_F(ParamValidation, CheckboxesNeverInterpolate) {
+    PF_ParamDef box = group(PF_Param_CHECKBOX, 1);
+    box.u.bd.u.PF_DEF_NAMEPTR = "On";
+    ASSERT_EQ(add(box), PF_Err_NONE);
+    EXPECT_TRUE(store.def(1).flags & PF_ParamFlag_CANNOT_INTERP);
+    EXPECT_STREQ(store.def(1).u.bd.u.PF_DEF_NAMEPTR, "On");
+}
+
+TEST_F(ParamValidation, ParamCountMustMatchTheAdds) {
+    EXPECT_EQ(add(slider("A", 1, 0, 1, 0)), PF_Err_NONE);
+    EXPECT_NE(store.finish_setup(1, warnings), "");  // forgot the input layer
+}
+
+TEST_F(ParamValidation, AddAfterSetupIsAnInvalidCallback) {
+    EXPECT_EQ(store.finish_setup(1, warnings), "");
+    EXPECT_EQ(add(slider("Late", 1, 0, 1, 0)), PF_Err_INVALID_CALLBACK);
+}
+
+TEST_F(ParamValidation, IndexMustAppend) {
+    EXPECT_EQ(store.add(5, slider("A", 1, 0, 1, 0), warnings), PF_Err_INVALID_CALLBACK);
+    EXPECT_EQ(store.add(1, slider("A", 1, 0, 1, 0), warnings), PF_Err_NONE);
+}
+
+// Values: what the module receives for what the user set.
+TEST_F(ParamValidation, ValuesArriveInTheModulesUnits) {
+    PF_ParamDef fixed{};
+    fixed.param_type = PF_Param_FIX_SLIDER;
+    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
+    fixed.u.fd.valid_min = -(100 << 16);
+    fixed.u.fd.valid_max = 100 << 16;
+    ASSERT_EQ(add(fixed), PF_Err_NONE);
+    PF_ParamDef point{};
+    point.param_type = PF_Param_POINT;
+    std::strcpy(point.PF_DEF_NAME, "Centre");
+    point.u.td.x_dephault = 50 << 16;  // percent of the layer
+    point.u.td.y_dephault = 25 << 16;
+    ASSERT_EQ(add(point), PF_Err_NONE);
+    ASSERT_EQ(store.finish_setup(3, warnings), "");
+
+    host::DeliveryFrame frame;
+    frame.layer_width = 200;
+    frame.layer_height = 100;
+    frame.downsample_x = PF_RationalScale{1, 2};
+    frame.downsample_y = PF_RationalScale{1, 2};
+    // Default point: 50 % x 200 = 100 px, 25 % x 100 = 25 px; halved by the downsample.
+    PF_ParamDef p = store.deliver(2, 0, frame);
+    EXPECT_EQ(p.u.td.x_value, 50 << 16);
+    EXPECT_EQ(p.u.td.y_value, (25 << 16) / 2);
+
+    store.add_key(1, 0.0, host::ParamValue::number(-1.5));
+    store.add_key(1, 2.0, host::ParamValue::number(2.5));
+    EXPECT_EQ(store.deliver(1, 1.0, frame).u.fd.value, 1 << 15);  // 0.5 halfway, 16.16
+    EXPECT_EQ(store.deliver(1, -5.0, frame).u.fd.value, -(3 << 15));
+    EXPECT_THROW(store.set(1, host::ParamValue::number(101)), host::HostError);
+    EXPECT_THROW(store.set(0 + 5, host::ParamValue::number(1)), host::HostError);
+}
+
+}  // namespace
