@@ -51,6 +51,9 @@ TEST(HostApiConstants, ErrorCodesStartAtTheFirstEffectError) {
     EXPECT_EQ(A_Err_MISSING_SUITE, 13);
     EXPECT_EQ(A_Err_NOT_IN_CACHE_OR_COMPUTE_PENDING, 22);
     EXPECT_EQ(A_Err_LAST, 25);
+    // 'S!Fd' read as a big-endian four-character constant.
+    EXPECT_EQ(kSPSuiteNotFoundError, ('S' << 24) | ('!' << 16) | ('F' << 8) | 'd');
+    EXPECT_EQ(kSPNoError, 0);
 }
 
 // The module reports exactly these words at global setup; they must equal its resource
