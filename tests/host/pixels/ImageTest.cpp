@@ -1,0 +1,165 @@
+#include "host/GeneratedImages.h"
+#include "host/Image.h"
+
+#include <gtest/gtest.h>
+
+namespace host {
+namespace {
+
+const RGBA kRed{1, 0, 0, 1};
+const RGBA kBlue{0, 0, 1, 1};
+
+TEST(Downsample, SizesRoundUpSoPartialPixelsCount) {
+    EXPECT_EQ(downsampledExtent(100, 1, 1), 100);
+    EXPECT_EQ(downsampledExtent(100, 1, 2), 50);
+    EXPECT_EQ(downsampledExtent(101, 1, 2), 51);
+    EXPECT_EQ(downsampledExtent(5, 1, 3), 2);
+    EXPECT_EQ(downsampledExtent(7, 2, 3), 5);  // 14 / 3 = 4.67
+    EXPECT_EQ(downsampledExtent(1, 1, 4), 1);
+    EXPECT_EQ(downsampledExtent(0, 1, 2), 0);
+}
+
+TEST(ImageToWorld, FullResolutionQuantisesEachDepth) {
+    Image image(2, 1);
+    image.at(0, 0) = RGBA{0.2f, 0.5f, 1.0f, 1.0f};
+    image.at(1, 0) = RGBA{0.25f, 1.5f, -0.5f, 0.5f};
+
+    OwnedWorld w8, w16, wf;
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB32, {}, {}, w8), PF_Err_NONE);
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB64, {}, {}, w16), PF_Err_NONE);
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, {}, {}, wf), PF_Err_NONE);
+
+    const PF_Pixel& a8 = worldPixel<PF_Pixel>(w8.get(), 0, 0);
+    EXPECT_EQ(a8.alpha, 255);
+    EXPECT_EQ(a8.red, 51);
+    EXPECT_EQ(a8.green, 128);  // 127.5 rounds up
+    EXPECT_EQ(a8.blue, 255);
+    const PF_Pixel16& a16 = worldPixel<PF_Pixel16>(w16.get(), 0, 0);
+    EXPECT_EQ(a16.alpha, 32768);
+    EXPECT_EQ(a16.green, 16384);
+    const PF_Pixel16& b16 = worldPixel<PF_Pixel16>(w16.get(), 1, 0);
+    EXPECT_EQ(b16.red, 8192);
+    EXPECT_EQ(b16.green, 32768) << "clamped to white";
+    EXPECT_EQ(b16.blue, 0) << "clamped to black";
+    EXPECT_EQ(b16.alpha, 16384) << "colour stays straight; alpha separate";
+    const PF_PixelFloat& bf = worldPixel<PF_PixelFloat>(wf.get(), 1, 0);
+    EXPECT_EQ(bf.green, 1.5f) << "float is not clamped";
+    EXPECT_EQ(bf.blue, -0.5f);
+    EXPECT_EQ(bf.alpha, 0.5f);
+}
+
+TEST(ImageToWorld, HalfResolutionIsAnAlphaWeightedBoxAverage) {
+    Image image(2, 2);
+    image.at(0, 0) = RGBA{1, 0, 0, 1};
+    image.at(1, 0) = RGBA{0, 1, 0, 0};  // transparent green: must not tint
+    image.at(0, 1) = RGBA{0, 0, 1, 1};
+    image.at(1, 1) = RGBA{1, 1, 1, 0.5f};
+    OwnedWorld world;
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, Downsample{1, 2, 1, 2}, {}, world), PF_Err_NONE);
+    ASSERT_EQ(world->width, 1);
+    ASSERT_EQ(world->height, 1);
+    const PF_PixelFloat& p = worldPixel<PF_PixelFloat>(world.get(), 0, 0);
+    // alpha (1 + 0 + 1 + 0.5) / 4; colours weighted by alpha over 2.5.
+    EXPECT_FLOAT_EQ(p.alpha, 0.625f);
+    EXPECT_FLOAT_EQ(p.red, 0.6f);
+    EXPECT_FLOAT_EQ(p.green, 0.2f);
+    EXPECT_FLOAT_EQ(p.blue, 0.6f);
+}
+
+TEST(ImageToWorld, PartialEdgePixelAveragesOnlyWhatItCovers) {
+    Image image(3, 1);
+    image.at(0, 0) = kRed;
+    image.at(1, 0) = kRed;
+    image.at(2, 0) = RGBA{0, 0, 1, 0.5f};
+    OwnedWorld world;
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, Downsample{1, 2, 1, 1}, {}, world), PF_Err_NONE);
+    ASSERT_EQ(world->width, 2);
+    const PF_PixelFloat& edge = worldPixel<PF_PixelFloat>(world.get(), 1, 0);
+    EXPECT_FLOAT_EQ(edge.alpha, 0.5f) << "not darkened by the area beyond the image";
+    EXPECT_FLOAT_EQ(edge.blue, 1.0f);
+}
+
+TEST(ImageToWorld, NonIntegralFactorsSplitPixels) {
+    // 3 pixels into 2 (factor 2/3): world pixel 0 covers image [0, 1.5).
+    Image image(3, 1);
+    image.at(0, 0) = RGBA{0, 0, 0, 1};
+    image.at(1, 0) = RGBA{1, 1, 1, 1};
+    image.at(2, 0) = RGBA{0, 0, 0, 1};
+    OwnedWorld world;
+    ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, Downsample{2, 3, 1, 1}, {}, world), PF_Err_NONE);
+    ASSERT_EQ(world->width, 2);
+    EXPECT_FLOAT_EQ(worldPixel<PF_PixelFloat>(world.get(), 0, 0).red, 1.0f / 3.0f);
+    EXPECT_FLOAT_EQ(worldPixel<PF_PixelFloat>(world.get(), 1, 0).red, 1.0f / 3.0f);
+}
+
+TEST(ImageToWorld, RejectsBadFactorsAndOversizedImages) {
+    OwnedWorld world;
+    EXPECT_EQ(imageToWorld(Image(4, 4), PF_PixelFormat_ARGB32, Downsample{0, 1, 1, 1}, {}, world),
+              PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(imageToWorld(Image(30001, 1), PF_PixelFormat_ARGB32, {}, {}, world), PF_Err_OUT_OF_MEMORY);
+}
+
+TEST(WorldToImage, RoundTripsEachDepth) {
+    Image image(3, 2);
+    for (int y = 0; y < 2; ++y)
+        for (int x = 0; x < 3; ++x) image.at(x, y) = RGBA{x / 2.0f, y * 0.25f, 0.75f, (x + y) / 3.0f};
+    for (PF_PixelFormat format : {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64, PF_PixelFormat_ARGB128}) {
+        OwnedWorld world;
+        ASSERT_EQ(imageToWorld(image, format, {}, {}, world), PF_Err_NONE);
+        const Image back = worldToImage(world.get(), format);
+        ASSERT_EQ(back.width(), 3);
+        ASSERT_EQ(back.height(), 2);
+        // Half a quantisation step, plus float rounding.
+        const float step = (format == PF_PixelFormat_ARGB32 ? 0.5f / 255 : (format == PF_PixelFormat_ARGB64 ? 0.5f / 32768 : 0.0f)) + 1e-7f;
+        for (int y = 0; y < 2; ++y)
+            for (int x = 0; x < 3; ++x) {
+                EXPECT_NEAR(back.at(x, y).r, image.at(x, y).r, step);
+                EXPECT_NEAR(back.at(x, y).a, image.at(x, y).a, step);
+            }
+    }
+}
+
+TEST(GeneratedImages, CheckerboardAlternatesByCell) {
+    const Image img = checkerboardImage(10, 6, 3, kRed, kBlue);
+    EXPECT_EQ(img.at(0, 0), kRed);
+    EXPECT_EQ(img.at(2, 2), kRed);
+    EXPECT_EQ(img.at(3, 0), kBlue);
+    EXPECT_EQ(img.at(0, 3), kBlue);
+    EXPECT_EQ(img.at(3, 3), kRed);
+    EXPECT_EQ(img.at(9, 5), kRed);  // cell (3, 1)
+    EXPECT_EQ(img.at(9, 2), kBlue);  // cell (3, 0)
+}
+
+TEST(GeneratedImages, GradientHitsBothEndsExactly) {
+    const RGBA from{0.3f, 0.1f, 0.0f, 1.0f};
+    const RGBA to{0.7f, 0.9f, 1.0f, 0.0f};
+    const Image h = gradientImage(5, 2, from, to, GradientDirection::Horizontal);
+    EXPECT_EQ(h.at(0, 1), from);
+    EXPECT_EQ(h.at(4, 0), to);
+    EXPECT_FLOAT_EQ(h.at(2, 0).r, 0.5f);
+    EXPECT_FLOAT_EQ(h.at(2, 0).a, 0.5f);
+    const Image v = gradientImage(2, 3, from, to, GradientDirection::Vertical);
+    EXPECT_EQ(v.at(1, 0), from);
+    EXPECT_EQ(v.at(0, 2), to);
+    EXPECT_EQ(solidImage(3, 3, kBlue).at(2, 1), kBlue);
+}
+
+TEST(GeneratedImages, UVGridEncodesPositionAndCell) {
+    UVGridOptions options;
+    options.cells = 4;
+    const Image img = uvGridImage(40, 20, options);
+    // (13, 7) is inside cell (1, 1), off the lines.
+    const RGBA p = img.at(13, 7);
+    EXPECT_FLOAT_EQ(p.r, 13.5f / 40);
+    EXPECT_FLOAT_EQ(p.g, 7.5f / 20);
+    EXPECT_FLOAT_EQ(p.b, 5.0f / 15);  // cell 1 + 1 · 4 of 0..15
+    EXPECT_EQ(p.a, 1.0f);
+    EXPECT_EQ(img.at(10, 7), options.line) << "first column of cell 1";
+    EXPECT_EQ(img.at(13, 5), options.line) << "first row of cell 1";
+    EXPECT_EQ(img.at(39, 7), options.line) << "closing right border";
+    options.cells = 0;
+    EXPECT_FLOAT_EQ(uvGridImage(40, 20, options).at(10, 0).r, 10.5f / 40) << "no grid";
+}
+
+}  // namespace
+}  // namespace host

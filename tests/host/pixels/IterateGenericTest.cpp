@@ -1,0 +1,219 @@
+#include "host/IterateGeneric.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <memory>
+#include <mutex>
+#include <thread>
+#include <vector>
+
+namespace host {
+namespace {
+
+// What the callbacks record; shared by all threads.
+struct Record {
+    explicit Record(A_long n) : visits(new std::atomic<int>[n]), busy(new std::atomic<bool>[64]) {
+        for (A_long i = 0; i < n; ++i) visits[i] = 0;
+        for (int t = 0; t < 64; ++t) busy[t] = false;
+    }
+    std::unique_ptr<std::atomic<int>[]> visits;
+    std::unique_ptr<std::atomic<bool>[]> busy;  // per thread index: a call is running
+    std::atomic<int> calls{0};
+    std::atomic<int> bad_index{0};
+    std::atomic<int> shared_index{0};
+    std::atomic<int> wrong_count{0};
+    std::atomic<int> thread0_elsewhere{0};
+    std::atomic<A_long> max_index{0};
+    A_long expected_count = 0;
+    std::thread::id caller = std::this_thread::get_id();
+    A_long fail_at = -1;
+    PF_Err fail_with = PF_Err_NONE;
+    std::atomic<bool>* cancel_switch = nullptr;
+    A_long cancel_at = -1;
+};
+
+PF_Err recordCall(void* refcon, A_long thread_index, A_long i, A_long iterations) {
+    auto& r = *static_cast<Record*>(refcon);
+    ++r.calls;
+    if (thread_index < 0 || thread_index >= 64) {
+        ++r.bad_index;
+        return PF_Err_NONE;
+    }
+    if (r.busy[thread_index].exchange(true)) ++r.shared_index;
+    A_long seen = r.max_index.load();
+    while (thread_index > seen && !r.max_index.compare_exchange_weak(seen, thread_index)) {}
+    if (iterations != r.expected_count) ++r.wrong_count;
+    if (thread_index == 0 && std::this_thread::get_id() != r.caller) ++r.thread0_elsewhere;
+    ++r.visits[i];
+    // A little work so the workers get a share.
+    volatile double sink = 0;
+    for (int k = 0; k < 200; ++k) sink = sink + k * 0.5;
+    r.busy[thread_index] = false;
+    if (i == r.cancel_at) r.cancel_switch->store(true);
+    return i == r.fail_at ? r.fail_with : PF_Err_NONE;
+}
+
+class IterateThreads : public ::testing::TestWithParam<unsigned> {};
+
+TEST_P(IterateThreads, EveryIndexRunsExactlyOnceOnValidThreads) {
+    const unsigned threads = GetParam();
+    IterationPool pool(threads);
+    ASSERT_EQ(pool.threadCount(), threads);
+    const A_long n = 100003;
+    Record r(n);
+    r.expected_count = n;
+    ASSERT_EQ(pool.iterate(n, &r, recordCall), PF_Err_NONE);
+    EXPECT_EQ(r.calls, n);
+    for (A_long i = 0; i < n; ++i) ASSERT_EQ(r.visits[i], 1) << "index " << i;
+    EXPECT_EQ(r.bad_index, 0);
+    EXPECT_LT(r.max_index, static_cast<A_long>(threads));
+    EXPECT_EQ(r.shared_index, 0) << "two calls ran at once with one thread index";
+    EXPECT_EQ(r.wrong_count, 0) << "the last argument is the iteration count";
+    EXPECT_EQ(r.thread0_elsewhere, 0) << "thread index 0 is the caller's";
+}
+
+INSTANTIATE_TEST_SUITE_P(Pools, IterateThreads, ::testing::Values(1u, 2u, 8u));
+
+TEST(IterateGeneric, CallsFromTwoThreadsAtOnceKeepTheirOwnIndices) {
+    IterationPool pool(4);
+    const A_long n = 20000;
+    Record a(n), b(n);
+    a.expected_count = b.expected_count = n;
+    PF_Err err_b = PF_Err_NONE;
+    std::thread other([&] {
+        b.caller = std::this_thread::get_id();
+        err_b = pool.iterate(n, &b, recordCall);
+    });
+    EXPECT_EQ(pool.iterate(n, &a, recordCall), PF_Err_NONE);
+    other.join();
+    EXPECT_EQ(err_b, PF_Err_NONE);
+    for (Record* r : {&a, &b}) {
+        EXPECT_EQ(r->calls, n);
+        EXPECT_EQ(r->shared_index, 0);
+        EXPECT_EQ(r->thread0_elsewhere, 0);
+    }
+}
+
+TEST(IterateGeneric, FirstErrorStopsTheIterationAndIsReturned) {
+    IterationPool single(1);
+    Record r(1000);
+    r.expected_count = 1000;
+    r.fail_at = 500;
+    r.fail_with = PF_Err_OUT_OF_MEMORY;
+    IterateOptions one_at_a_time;
+    one_at_a_time.chunk_size = 1;
+    EXPECT_EQ(single.iterate(1000, &r, recordCall, one_at_a_time), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(r.calls, 501) << "nothing starts after the failing call";
+
+    IterationPool pool(8);
+    const A_long n = 1000000;
+    Record many(n);
+    many.expected_count = n;
+    many.fail_at = 10;
+    many.fail_with = PF_Err_INTERNAL_STRUCT_DAMAGED;
+    EXPECT_EQ(pool.iterate(n, &many, recordCall), PF_Err_INTERNAL_STRUCT_DAMAGED);
+    EXPECT_LT(many.calls, n / 2);
+}
+
+TEST(IterateGeneric, OncePerProcessorRunsEachThreadIndexOnce) {
+    IterationPool pool(4);
+    Record r(4);
+    r.expected_count = 4;
+    EXPECT_EQ(pool.iterate(PF_Iterations_ONCE_PER_PROCESSOR, &r, recordCall), PF_Err_NONE);
+    EXPECT_EQ(r.calls, 4);
+    for (int i = 0; i < 4; ++i) EXPECT_EQ(r.visits[i], 1);
+    EXPECT_EQ(r.wrong_count, 0) << "the callback sees the thread count, never -1";
+    EXPECT_EQ(r.thread0_elsewhere, 0);
+
+    // Limited to 2 threads, the count follows the limit.
+    Record two(2);
+    two.expected_count = 2;
+    IterateOptions limit;
+    limit.max_threads = 2;
+    EXPECT_EQ(pool.iterate(PF_Iterations_ONCE_PER_PROCESSOR, &two, recordCall, limit), PF_Err_NONE);
+    EXPECT_EQ(two.calls, 2);
+    EXPECT_EQ(two.wrong_count, 0);
+}
+
+TEST(IterateGeneric, IndexAndThreadMatchOncePerProcessor) {
+    IterationPool pool(3);
+    struct Seen {
+        std::mutex m;
+        std::vector<std::pair<A_long, A_long>> calls;
+    } seen;
+    auto fn = [](void* refcon, A_long thread_index, A_long i, A_long) -> PF_Err {
+        auto& s = *static_cast<Seen*>(refcon);
+        std::lock_guard<std::mutex> lock(s.m);
+        s.calls.emplace_back(thread_index, i);
+        return PF_Err_NONE;
+    };
+    ASSERT_EQ(pool.iterate(PF_Iterations_ONCE_PER_PROCESSOR, &seen, fn), PF_Err_NONE);
+    ASSERT_EQ(seen.calls.size(), 3u);
+    for (const auto& [thread_index, i] : seen.calls) EXPECT_EQ(thread_index, i);
+}
+
+TEST(IterateGeneric, MaxThreadsOfOneRunsEverythingOnTheCaller) {
+    IterationPool pool(8);
+    Record r(5000);
+    r.expected_count = 5000;
+    IterateOptions options;
+    options.max_threads = 1;
+    EXPECT_EQ(pool.iterate(5000, &r, recordCall, options), PF_Err_NONE);
+    EXPECT_EQ(r.max_index, 0);
+    EXPECT_EQ(r.thread0_elsewhere, 0);
+}
+
+TEST(IterateGeneric, CancelSwitchStopsWithInterrupt) {
+    IterationPool pool(1);
+    std::atomic<bool> cancel{false};
+    Record r(1000);
+    r.expected_count = 1000;
+    r.cancel_switch = &cancel;
+    r.cancel_at = 100;
+    IterateOptions options;
+    options.cancel = &cancel;
+    EXPECT_EQ(pool.iterate(1000, &r, recordCall, options), PF_Interrupt_CANCEL);
+    EXPECT_EQ(r.calls, 101);
+}
+
+TEST(IterateGeneric, ProgressIsReportedOnTheCallerOnly) {
+    IterationPool pool(4);
+    const A_long n = 50000;
+    Record r(n);
+    r.expected_count = n;
+    std::atomic<int> off_thread{0};
+    A_long last = 0;
+    bool monotonic = true;
+    IterateOptions options;
+    options.progress = [&](A_long finished, A_long total) {
+        if (std::this_thread::get_id() != r.caller) ++off_thread;
+        if (finished < last || total != n) monotonic = false;
+        last = finished;
+    };
+    EXPECT_EQ(pool.iterate(n, &r, recordCall, options), PF_Err_NONE);
+    EXPECT_EQ(off_thread, 0);
+    EXPECT_TRUE(monotonic);
+    EXPECT_GT(last, 0);
+}
+
+TEST(IterateGeneric, BadArgumentsAndEmptyRuns) {
+    IterationPool pool(2);
+    Record r(1);
+    EXPECT_EQ(pool.iterate(10, &r, nullptr), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(pool.iterate(-2, &r, recordCall), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(pool.iterate(0, &r, recordCall), PF_Err_NONE);
+    EXPECT_EQ(r.calls, 0);
+}
+
+TEST(IterateGeneric, SharedPoolIsCappedAt32Threads) {
+    EXPECT_GE(defaultIterationThreads(), 1u);
+    EXPECT_LE(defaultIterationThreads(), 32u);
+    Record r(777);
+    r.expected_count = 777;
+    EXPECT_EQ(iterate_generic(777, &r, recordCall), PF_Err_NONE);
+    EXPECT_EQ(r.calls, 777);
+}
+
+}  // namespace
+}  // namespace host

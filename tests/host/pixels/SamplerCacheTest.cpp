@@ -1,0 +1,136 @@
+#include "host/SamplerCache.h"
+#include "host/PixelWorld.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+#include <vector>
+
+namespace host {
+namespace {
+
+constexpr PF_Fixed kOne = 65536;
+
+OwnedWorld solidWorld(A_long w, A_long h, PF_PixelFormat format, A_u_char red) {
+    OwnedWorld world;
+    EXPECT_EQ(world.allocate(w, h, format), PF_Err_NONE);
+    if (format == PF_PixelFormat_ARGB32)
+        for (A_long y = 0; y < h; ++y)
+            for (A_long x = 0; x < w; ++x) worldPixel<PF_Pixel>(world.get(), x, y) = PF_Pixel{255, red, 0, 0};
+    return world;
+}
+
+PF_SampPB blockOver(PF_EffectWorld* src, PF_Fixed radius) {
+    PF_SampPB pb{};
+    pb.src = src;
+    pb.x_radius = radius;
+    pb.y_radius = radius;
+    return pb;
+}
+
+TEST(SamplerCache, BuildsEachWorldOnce) {
+    SamplerCache cache;
+    OwnedWorld a = solidWorld(8, 8, PF_PixelFormat_ARGB32, 10);
+    OwnedWorld b = solidWorld(8, 8, PF_PixelFormat_ARGB32, 20);
+    const AreaSampler& first = cache.get(a.get());
+    EXPECT_EQ(&cache.get(a.get()), &first);
+    EXPECT_EQ(&cache.get(PF_EffectWorld(a.get())), &first) << "a copy of the struct is the same world";
+    cache.get(b.get());
+    EXPECT_EQ(cache.buildCount(), 2u);
+    EXPECT_EQ(cache.size(), 2u);
+}
+
+TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
+    SamplerCache cache;
+    OwnedWorld world = solidWorld(300, 300, PF_PixelFormat_ARGB32, 42);
+    std::vector<std::thread> threads;
+    std::vector<const AreaSampler*> seen(8, nullptr);
+    for (int t = 0; t < 8; ++t)
+        threads.emplace_back([&, t] {
+            for (int n = 0; n < 100; ++n) seen[t] = &cache.get(world.get());
+        });
+    for (auto& t : threads) t.join();
+    EXPECT_EQ(cache.buildCount(), 1u);
+    for (const AreaSampler* s : seen) EXPECT_EQ(s, seen[0]);
+}
+
+TEST(SamplerCache, InvalidateMakesRewrittenPixelsVisible) {
+    SamplerCache cache;
+    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+    PF_SampPB pb = blockOver(&world.get(), kOne);
+    PF_Pixel out{};
+    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+    EXPECT_EQ(out.red, 10);
+
+    worldPixel<PF_Pixel>(world.get(), 1, 1).red = 250;
+    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+    EXPECT_EQ(out.red, 10) << "the table is kept until the host invalidates it";
+
+    cache.invalidate(world->data);
+    EXPECT_EQ(cache.size(), 0u);
+    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+    // Box [0, 2]^2: pixel (1,1) covers a quarter of it.
+    EXPECT_EQ(out.red, 70);  // (3 · 10 + 250) / 4
+}
+
+TEST(SamplerCache, AFreedWorldsReplacementIsNeverServedStaleData) {
+    SamplerCache cache;
+    PF_Pixel out{};
+    {
+        OwnedWorld old = solidWorld(16, 16, PF_PixelFormat_ARGB32, 10);
+        PF_SampPB pb = blockOver(&old.get(), kOne);
+        ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+        ASSERT_EQ(out.red, 10);
+    }
+    // Same size and format; the allocator may well hand out the same address.
+    OwnedWorld fresh = solidWorld(16, 16, PF_PixelFormat_ARGB32, 99);
+    PF_SampPB pb = blockOver(&fresh.get(), kOne);
+    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+    EXPECT_EQ(out.red, 99);
+}
+
+TEST(SamplingCalls, CheckTheirArguments) {
+    SamplerCache cache;
+    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+    PF_SampPB pb = blockOver(&world.get(), kOne);
+    PF_Pixel out8{};
+    PF_PixelFloat outf{};
+    EXPECT_EQ(sampleArea<PF_Pixel>(cache, PF_Quality_HI, 0, 0, nullptr, &out8), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(sampleArea<PF_Pixel>(cache, PF_Quality_HI, 0, 0, &pb, nullptr), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM)
+        << "a float sample of an 8-bit world";
+    EXPECT_EQ(sampleSubpixel(PF_Quality_HI, 0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
+    EXPECT_EQ(sampleNearest(0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
+    PF_SampPB no_src{};
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &no_src, &out8), PF_Err_BAD_CALLBACK_PARAM);
+}
+
+TEST(SamplingCalls, ALayerWithoutPixelsSamplesTransparent) {
+    SamplerCache cache;
+    PF_EffectWorld none{};
+    PF_SampPB pb = blockOver(&none, kOne);
+    PF_Pixel16 out{1, 2, 3, 4};
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out), PF_Err_NONE);
+    EXPECT_EQ(out.alpha, 0);
+    EXPECT_EQ(out.red, 0);
+}
+
+TEST(SamplingCalls, LowQualityFallsBackToTheNearestPixel) {
+    SamplerCache cache;
+    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+    worldPixel<PF_Pixel>(world.get(), 1, 1).red = 250;
+    PF_SampPB pb = blockOver(&world.get(), 2 * kOne);
+    PF_Pixel area{}, nearest{}, bilinear{};
+    ASSERT_EQ(sampleArea(cache, PF_Quality_LO, kOne, kOne, &pb, &area), PF_Err_NONE);
+    ASSERT_EQ(sampleSubpixel(PF_Quality_LO, kOne / 2 + 1, kOne, &pb, &bilinear), PF_Err_NONE);
+    ASSERT_EQ(sampleNearest(kOne, kOne, &pb, &nearest), PF_Err_NONE);
+    EXPECT_EQ(area.red, 250);
+    EXPECT_EQ(bilinear.red, 250);
+    EXPECT_EQ(nearest.red, 250);
+    EXPECT_EQ(cache.buildCount(), 0u) << "no table is needed at low quality";
+    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &area), PF_Err_NONE);
+    EXPECT_LT(area.red, 250);
+}
+
+}  // namespace
+}  // namespace host
