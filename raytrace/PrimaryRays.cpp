@@ -1,0 +1,208 @@
+#include "raytrace/PrimaryRays.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "math/PixelConvert.h"
+#include "raytrace/Shading.h"
+
+using Vectormath::Aos::Matrix4;
+using Vectormath::Aos::Vector3;
+using Vectormath::Aos::Vector4;
+
+namespace {
+
+constexpr A_long kRenderSideInside = 2;
+constexpr A_long kRenderSideOutside = 3;
+
+// The sample indices of the pixel's four corners, in the order they are tested.
+constexpr int kCornerSamples[4] = {5, 6, 7, 8};
+constexpr int kSampleCount = 9;
+
+const PF_PixelFloat kTransparent = {0.0f, 0.0f, 0.0f, 0.0f};
+
+QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vector3& d, double ox,
+                             double oy, double oz, double C)
+{
+    const double isx = info.inv_size_sq.getX();
+    const double isy = info.inv_size_sq.getY();
+    const double isz = info.inv_size_sq.getZ();
+    const double dx = d.getX(), dy = d.getY(), dz = d.getZ();
+    const double A = dy * dy * isy + dx * dx * isx - dz * dz * isz;
+    const double E = dy * oy * isy + dx * ox * isx - dz * oz * isz;
+    return QuadricCrossing{A, -E, E * E - A * C};
+}
+
+bool isHit(const QuadricCrossing& q) { return q.D >= 0.0; }
+
+// Straight colour of `front` laid over `back`.
+PF_PixelFloat over(const PF_PixelFloat& front, const PF_PixelFloat& back)
+{
+    const float w = (1.0f - front.alpha) * back.alpha;
+    const float alpha = front.alpha + w;
+    PF_PixelFloat out;
+    out.alpha = alpha;
+    out.red = front.red * front.alpha + back.red * w;
+    out.green = front.green * front.alpha + back.green * w;
+    out.blue = front.blue * front.alpha + back.blue * w;
+    if (alpha > 0.0f) {
+        out.red /= alpha;
+        out.green /= alpha;
+        out.blue /= alpha;
+    }
+    return out;
+}
+
+// Colour seen along `ray` whose crossings are given by A, B, D, honouring the render side.
+template <class T>
+PF_PixelFloat shadeCrossing(const RenderInfoTemplate<Cylinder>& info, const Ray& ray, double A,
+                            double B, double D)
+{
+    const double s = std::sqrt(D);
+    const double r_minus = (B - s) / A;
+    const double r_plus = (B + s) / A;
+    // With A > 0 the ray enters through the outer face first; with A < 0 (steep rays through a
+    // waisted surface) the nearer crossing is the inner face. Equal roots count as A < 0.
+    const bool near_is_outer = r_minus < r_plus;
+    const double tn = near_is_outer ? r_minus : r_plus;
+    const double tf = near_is_outer ? r_plus : r_minus;
+
+    const bool outer_allowed = info.render_side != kRenderSideInside;
+    const bool inner_allowed = info.render_side != kRenderSideOutside;
+    const bool near_allowed = (near_is_outer ? outer_allowed : inner_allowed) && tn > 0.0;
+    const bool far_allowed = near_is_outer ? inner_allowed : outer_allowed;
+
+    if (tf <= 0.0)
+        return kTransparent;
+
+    PF_PixelFloat front = kTransparent;
+    if (near_allowed) {
+        Ray_GetColor<T>(ray, tn, info, front);
+        if (!far_allowed || front.alpha >= 1.0f)
+            return front;
+    } else if (!far_allowed) {
+        return kTransparent;
+    }
+    PF_PixelFloat back = kTransparent;
+    Ray_GetColor<T>(ray, tf, info, back);
+    return over(front, back);
+}
+
+}  // namespace
+
+Ray cameraRay(const RenderInfoTemplate<Cylinder>& info, int x, int y, float dx, float dy)
+{
+    const Matrix4& m = info.camera_to_object;
+    const float sx = ((float(x) + dx) / float(info.downsample_x) - info.image_center[0]) *
+                     float(info.pixel_aspect);
+    const float sy = (float(y) + dy) / float(info.downsample_y) - info.image_center[1];
+    const Vector3 eye(m.getCol3());
+
+    Ray ray;
+    if (info.perspective) {
+        ray.direction = normalize(Vector3(m * Vector3(sx, sy, -info.neg_focal)));
+        ray.origin = Vector4(eye, 1.0f);
+    } else {
+        // Parallel rays start one largest radius behind the image plane.
+        const Vector3& size = info.size;
+        const float back =
+            std::max(std::max(std::fabs(size.getX()), std::fabs(size.getY())), std::fabs(size.getZ()));
+        ray.direction = normalize(Vector3(m * Vector3(0.0f, 0.0f, 1.0f)));
+        ray.origin = Vector4(Vector3(m * Vector3(sx, sy, -back)) + eye, 1.0f);
+    }
+    return ray;
+}
+
+QuadricCrossing crossingOf(const RenderInfoTemplate<Cylinder>& info, const Ray& ray)
+{
+    if (info.perspective)
+        return crossingFrom(info, ray.direction, info.eye_x, info.eye_y, info.eye_z,
+                            info.eye_implicit);
+    const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
+    const double C = oy * oy * info.inv_size_sq.getY() + ox * ox * info.inv_size_sq.getX() -
+                     oz * oz * info.inv_size_sq.getZ() - 1.0;
+    return crossingFrom(info, ray.direction, ox, oy, oz, C);
+}
+
+double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& count, double& A,
+                   double& B, double& D, Ray& ray)
+{
+    // Corners first: they settle the empty background and the surface's interior.
+    int corner_hits = 0;
+    for (int index : kCornerSamples) {
+        ray = cameraRay(info, x, y, msaa_sampling_point[index][0], msaa_sampling_point[index][1]);
+        const QuadricCrossing q = crossingOf(info, ray);
+        A = q.A;
+        B = q.B;
+        D = q.D;
+        if (isHit(q))
+            ++corner_hits;
+        else
+            D = 0.0;
+    }
+    if (corner_hits == 0)
+        return 0.0;
+    if (corner_hits == 4) {
+        count = kSampleCount;
+        return 1.0;
+    }
+
+    // A silhouette crosses the pixel: count all nine and keep the first hit's ray.
+    bool have_hit = false;
+    for (int index = 0; index < kSampleCount; ++index) {
+        const Ray sample =
+            cameraRay(info, x, y, msaa_sampling_point[index][0], msaa_sampling_point[index][1]);
+        const QuadricCrossing q = crossingOf(info, sample);
+        if (index == 0) {
+            ray = sample;
+            A = q.A;
+            B = q.B;
+        }
+        if (q.A == 0.0)
+            continue;
+        if (!isHit(q))
+            continue;
+        ++count;
+        if (!have_hit) {
+            have_hit = true;
+            ray = sample;
+            A = q.A;
+            B = q.B;
+            D = q.D;
+        }
+    }
+    return float(count) / float(kSampleCount);
+}
+
+template <class T>
+PF_Err RayTrace_PixelCallback(void* refcon, A_long thread_index, A_long i, A_long iterations)
+{
+    (void)iterations;
+    if (thread_index < 0)
+        return PF_Err_NONE;
+    const RenderInfoTemplate<Cylinder>& info = *static_cast<const RenderInfoTemplate<Cylinder>*>(refcon);
+    try {
+        const PF_LayerDef& output = *info.output;
+        A_long x = 0, y = 0;
+        pixelOfIteration(output.width, i, x, y);
+
+        int count = 0;
+        double A = 0.0, B = 0.0, D = 0.0;
+        Ray ray;
+        const double coverage = msaaRayTest(x, y, info, count, A, B, D, ray);
+
+        PF_PixelFloat colour = kTransparent;
+        if (count >= 1) {
+            colour = shadeCrossing<T>(info, ray, A, B, D);
+            colour.alpha = float(colour.alpha * coverage);
+        }
+        *worldPixelAt<T>(output, x, y) = fromFloatPixel<T>(colour);
+    } catch (PF_Err err) {
+        return err;
+    }
+    return PF_Err_NONE;
+}
+
+template PF_Err RayTrace_PixelCallback<PF_Pixel>(void*, A_long, A_long, A_long);
+template PF_Err RayTrace_PixelCallback<PF_Pixel16>(void*, A_long, A_long, A_long);
+template PF_Err RayTrace_PixelCallback<PF_PixelFloat>(void*, A_long, A_long, A_long);
