@@ -1,0 +1,256 @@
+#include <functional>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "host/Host.h"
+#include "host/PixelWorld.h"
+#include "math/PixelConvert.h"
+#include "raytrace/FootprintSampling.h"
+#include "raytrace/geometry/ShapeSetup.h"
+
+using Vectormath::Aos::Vector3;
+
+namespace {
+
+template <class Pixel>
+struct DepthOf;
+template <>
+struct DepthOf<PF_Pixel> {
+    static constexpr short bits = 8;
+    static constexpr float tolerance = 0.01f;  // the host rounds its result to 8 bits
+};
+template <>
+struct DepthOf<PF_Pixel16> {
+    static constexpr short bits = 16;
+    static constexpr float tolerance = 1e-3f;
+};
+template <>
+struct DepthOf<PF_PixelFloat> {
+    static constexpr short bits = 32;
+    static constexpr float tolerance = 1e-5f;
+};
+
+const PF_PixelFloat kClear = {0.0f, 0.0f, 0.0f, 0.0f};
+const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
+const PF_PixelFloat kGreen = {1.0f, 0.0f, 1.0f, 0.0f};
+const PF_PixelFloat kBlue = {1.0f, 0.0f, 0.0f, 1.0f};
+
+// Footprint sampling of a texture through the emulated host's real sampling suites, in the
+// texture depth Pixel. The record is a closed circular cylinder without extensions.
+template <class Pixel>
+class FootprintSamplingTest : public ::testing::Test {
+protected:
+    FootprintSamplingTest() : scope(host.render_scope(DepthOf<Pixel>::bits))
+    {
+        info = std::make_unique<RenderInfo>(scope->in_data());
+        setShapeSize(*info, 100.0f, 100.0f, 0.0f);
+        info->open_scale = 1.0;
+    }
+
+    ~FootprintSamplingTest() override
+    {
+        info.reset();
+        texture.reset();
+    }
+
+    // A width x height texture whose pixel (x, y) is colour(x, y); it becomes the record's
+    // texture layer.
+    void makeTexture(A_long width, A_long height,
+                     const std::function<PF_PixelFloat(A_long, A_long)>& colour)
+    {
+        ASSERT_EQ(texture.allocate(width, height, host::PixelFormatOf<Pixel>::value),
+                  PF_Err_NONE);
+        for (A_long y = 0; y < height; ++y) {
+            Pixel* row = host::worldRow<Pixel>(texture.get(), y);
+            for (A_long x = 0; x < width; ++x)
+                row[x] = PixelTraits<Pixel>::fromFloat(colour(x, y));
+        }
+        info->texture_layer = texture.get();
+        info->texture_height = height;
+    }
+
+    // 1000 x 10: two opaque red columns at the left end, two opaque blue at the right end.
+    void makeSeamTexture()
+    {
+        makeTexture(1000, 10, [](A_long x, A_long) {
+            return x <= 1 ? kRed : (x >= 998 ? kBlue : kClear);
+        });
+    }
+
+    // 10 x 10: opaque green bottom row (row 0), opaque red top row (row 9).
+    void makeRowTexture()
+    {
+        makeTexture(10, 10, [](A_long, A_long y) {
+            return y == 0 ? kGreen : (y == 9 ? kRed : kClear);
+        });
+    }
+
+    PF_PixelFloat sample(double u, double v, double xr, double yr)
+    {
+        PF_PixelFloat out = {-1.0f, -1.0f, -1.0f, -1.0f};
+        TopologycalSampling<Pixel>(*info, Vector3(0.0f, 0.0f, 0.0f), u, v, xr, yr,
+                                   &info->texture_layer, out);
+        return out;
+    }
+
+    void expectPixel(const PF_PixelFloat& actual, float alpha, float red, float green, float blue)
+    {
+        const float tolerance = DepthOf<Pixel>::tolerance;
+        EXPECT_NEAR(actual.alpha, alpha, tolerance);
+        EXPECT_NEAR(actual.red, red, tolerance);
+        EXPECT_NEAR(actual.green, green, tolerance);
+        EXPECT_NEAR(actual.blue, blue, tolerance);
+    }
+
+    host::Host host;
+    std::unique_ptr<host::RenderScope> scope;
+    host::OwnedWorld texture;
+    std::unique_ptr<RenderInfo> info;
+};
+
+using PixelTypes = ::testing::Types<PF_Pixel, PF_Pixel16, PF_PixelFloat>;
+TYPED_TEST_SUITE(FootprintSamplingTest, PixelTypes);
+
+// --- The u seam: a 6 x 1 pixel box (xr 3, yr 0.5) on row 5. ---
+
+TYPED_TEST(FootprintSamplingTest, SeamAtTheRightEndAlsoSamplesTheLeftEnd)
+{
+    this->makeSeamTexture();
+    // Box [996, 1002] holds the two blue columns; its copy at [-4, 2] the two red ones. Each
+    // covers 2 of 6 pixels and the alphas add.
+    this->expectPixel(this->sample(0.999, 0.5, 3.0, 0.5), 2.0f / 3.0f, 0.5f, 0.0f, 0.5f);
+}
+
+TYPED_TEST(FootprintSamplingTest, SeamAtTheLeftEndAlsoSamplesTheRightEnd)
+{
+    this->makeSeamTexture();
+    // Box [-2, 4] holds the two red columns; its copy at [998, 1004] one and a half blue ones.
+    this->expectPixel(this->sample(0.001, 0.5, 3.0, 0.5), 3.5f / 6.0f, 2.0f / 3.5f, 0.0f,
+                      1.5f / 3.5f);
+}
+
+TYPED_TEST(FootprintSamplingTest, RightEndReachesOnePixelFurther)
+{
+    this->makeSeamTexture();
+    // Three pixels from the end with radius 3: [994, 1000] holds 2 blue pixels, and the
+    // second sample at [-6, 0] half of the first red one.
+    this->expectPixel(this->sample(0.997, 0.5, 3.0, 0.5), 2.5f / 6.0f, 0.2f, 0.0f, 0.8f);
+}
+
+TYPED_TEST(FootprintSamplingTest, AwayFromTheSeamOnlyOneSampleIsTaken)
+{
+    this->makeSeamTexture();
+    this->expectPixel(this->sample(0.5, 0.5, 3.0, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
+    // [992, 998] holds half a blue pixel; not close enough to the end for a second sample.
+    this->expectPixel(this->sample(0.995, 0.5, 3.0, 0.5), 0.5f / 6.0f, 0.0f, 0.0f, 1.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, OpenSurfaceHasItsSeamAtTheOpenFactor)
+{
+    this->makeSeamTexture();
+    this->info->open_scale = 2.0;
+    // u = 1.999 is in the opening; only the wrap to u - 2 reaches the red columns.
+    this->expectPixel(this->sample(1.999, 0.5, 3.0, 0.5), 1.0f / 3.0f, 1.0f, 0.0f, 0.0f);
+    // u = 0.999 is no longer at a seam.
+    this->expectPixel(this->sample(0.999, 0.5, 3.0, 0.5), 1.0f / 3.0f, 0.0f, 0.0f, 1.0f);
+}
+
+// --- Copy borders: a 1 x 2 pixel box (xr 0.5, yr 1) in column 5. ---
+
+TYPED_TEST(FootprintSamplingTest, CopyAboveAddsItsBottomRow)
+{
+    this->makeRowTexture();
+    this->info->extension.tail_extensions = 1;
+    // Box [8.8, 10.8] covers 0.7 of the red top row; the copy above, [-1.2, 0.8], all of its
+    // green bottom row.
+    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.85f, 0.35f / 0.85f, 0.5f / 0.85f,
+                      0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, NoCopyAboveTheLastOne)
+{
+    this->makeRowTexture();
+    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.35f, 1.0f, 0.0f, 0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, FlippedCopyAboveShowsItsTopRow)
+{
+    this->makeRowTexture();
+    this->info->extension.tail_extensions = 1;
+    this->info->extension.flip_vertical = true;
+    // Copy 1 is mirrored about 1 - 1/10: local v -0.02 reads row 9.2.
+    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.85f, 1.0f, 0.0f, 0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, TopEdgeSoftensIntoTheSpaceAbove)
+{
+    this->makeRowTexture();
+    // No copies: v = 1.3 itself is transparent, but a footprint reaching down past the top
+    // row takes half of it: 0.5 of a 1 x 8 box.
+    this->expectPixel(this->sample(0.5, 1.3, 0.5, 4.0), 0.0625f, 1.0f, 0.0f, 0.0f);
+    this->expectPixel(this->sample(0.5, 1.3, 0.5, 2.9), 0.0f, 0.0f, 0.0f, 0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, HeadCopyBelowJoinsTheTexture)
+{
+    this->makeRowTexture();
+    this->info->extension.head_extensions = 1;
+    // Copy -1 at local v 0.98 (red top row) under the texture's own green bottom row.
+    this->expectPixel(this->sample(0.5, -0.02, 0.5, 1.0), 0.85f, 0.35f / 0.85f, 0.5f / 0.85f,
+                      0.0f);
+
+    this->info->extension.flip_vertical = true;  // copy -1 is odd: its bottom row meets ours
+    this->expectPixel(this->sample(0.5, -0.02, 0.5, 1.0), 0.85f, 0.0f, 1.0f, 0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, ScrewShiftsTheCopyAroundTheAxis)
+{
+    this->makeTexture(10, 10, [](A_long x, A_long) {
+        return x == 6 ? kBlue : (x == 1 ? kGreen : kClear);
+    });
+    this->info->extension.tail_extensions = 1;
+    this->info->extension.screw = 0.5;
+    this->expectPixel(this->sample(0.1, 1.5, 0.5, 0.5), 1.0f, 0.0f, 0.0f, 1.0f);
+    this->expectPixel(this->sample(0.1, 0.5, 0.5, 0.5), 1.0f, 0.0f, 1.0f, 0.0f);
+}
+
+TYPED_TEST(FootprintSamplingTest, MissingCopyIsTransparent)
+{
+    this->makeTexture(10, 10, [](A_long, A_long) { return kBlue; });
+    this->expectPixel(this->sample(0.5, 2.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
+    this->expectPixel(this->sample(0.5, -1.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
+}
+
+// --- The integer-depth wrapper of the host call. ---
+
+TEST(AreaSample, ConvertsEachDepthToUnitWhite)
+{
+    host::Host host;
+    auto scope = host.render_scope(8);
+    AEGP_SuiteHandler suites(scope->in_data()->pica_basicP);
+
+    host::OwnedWorld world8;
+    ASSERT_EQ(world8.allocate(1, 1, PF_PixelFormat_ARGB32), PF_Err_NONE);
+    *host::worldRow<PF_Pixel>(world8.get(), 0) = PF_Pixel{255, 51, 102, 0};
+    PF_SampPB pb = {};
+    pb.x_radius = pb.y_radius = 32768;  // half a pixel: exactly the one pixel
+    pb.src = &world8.get();
+    PF_PixelFloat out = {};
+    EXPECT_EQ(AreaSample<PF_Pixel>(scope->in_data(), suites, 0, 0, pb, out), PF_Err_NONE);
+    EXPECT_FLOAT_EQ(out.alpha, 1.0f);
+    EXPECT_FLOAT_EQ(out.red, 0.2f);
+    EXPECT_FLOAT_EQ(out.green, 0.4f);
+    EXPECT_FLOAT_EQ(out.blue, 0.0f);
+
+    host::OwnedWorld world16;
+    ASSERT_EQ(world16.allocate(1, 1, PF_PixelFormat_ARGB64), PF_Err_NONE);
+    *host::worldRow<PF_Pixel16>(world16.get(), 0) = PF_Pixel16{32768, 16384, 8192, 0};
+    pb.src = &world16.get();
+    EXPECT_EQ(AreaSample<PF_Pixel16>(scope->in_data(), suites, 0, 0, pb, out), PF_Err_NONE);
+    EXPECT_FLOAT_EQ(out.alpha, 1.0f);
+    EXPECT_FLOAT_EQ(out.red, 0.5f);
+    EXPECT_FLOAT_EQ(out.green, 0.25f);
+}
+
+}  // namespace
