@@ -35,24 +35,6 @@ QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vec
 
 bool isHit(const QuadricCrossing& q) { return q.D >= 0.0; }
 
-// Straight colour of `front` laid over `back`.
-PF_PixelFloat over(const PF_PixelFloat& front, const PF_PixelFloat& back)
-{
-    const float w = (1.0f - front.alpha) * back.alpha;
-    const float alpha = front.alpha + w;
-    PF_PixelFloat out;
-    out.alpha = alpha;
-    out.red = front.red * front.alpha + back.red * w;
-    out.green = front.green * front.alpha + back.green * w;
-    out.blue = front.blue * front.alpha + back.blue * w;
-    if (alpha > 0.0f) {
-        out.red /= alpha;
-        out.green /= alpha;
-        out.blue /= alpha;
-    }
-    return out;
-}
-
 // Colour seen along `ray` whose crossings are given by A, B, D, honouring the render side.
 template <class T>
 PF_PixelFloat shadeCrossing(const RenderInfoTemplate<Cylinder>& info, const Ray& ray, double A,
@@ -85,7 +67,7 @@ PF_PixelFloat shadeCrossing(const RenderInfoTemplate<Cylinder>& info, const Ray&
     }
     PF_PixelFloat back = kTransparent;
     Ray_GetColor<T>(ray, tf, info, back);
-    return over(front, back);
+    return straightOver(front, back);
 }
 
 }  // namespace

@@ -53,6 +53,24 @@ inline T* worldPixelAt(const PF_LayerDef& world, A_long x, A_long y)
     return reinterpret_cast<T*>(row) + x;
 }
 
+// Straight colour `front` laid over straight colour `back`.
+inline PF_PixelFloat straightOver(const PF_PixelFloat& front, const PF_PixelFloat& back)
+{
+    const float w = (1.0f - front.alpha) * back.alpha;
+    const float alpha = front.alpha + w;
+    PF_PixelFloat out;
+    out.alpha = alpha;
+    out.red = front.red * front.alpha + back.red * w;
+    out.green = front.green * front.alpha + back.green * w;
+    out.blue = front.blue * front.alpha + back.blue * w;
+    if (alpha > 0.0f) {
+        out.red /= alpha;
+        out.green /= alpha;
+        out.blue /= alpha;
+    }
+    return out;
+}
+
 // Host iteration callback of the single pass: shades output pixel i of info.output (refcon is
 // the render record) and writes it in the output depth T, alpha scaled by the coverage.
 // Returns 0, or the PF_Err of a sampling suite that could not be acquired.
