@@ -1,0 +1,196 @@
+// Direction and relative power of a light at a surface point: distance falloff and spot cone.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+
+#include "raytrace/Lights.h"
+#include "raytrace/shading/ShadingScene.h"
+
+namespace {
+
+using namespace shading_test;
+
+constexpr int kFalloffNone = 1;
+constexpr int kFalloffSmooth = 2;
+constexpr int kFalloffInverseSquareClamped = 3;
+
+class LightPowerTest : public ::testing::Test {
+protected:
+    // Power of `light` at `point`; the direction goes to `direction`.
+    double powerAt(const vLight& light, const Vector3& point)
+    {
+        double power = -1.0;
+        GetLightPower(scene.info(), light, Vector4(point, 1.0f), power, direction);
+        return power;
+    }
+
+    void setFalloff(int mode, double radius, double distance)
+    {
+        scene.info().falloff_mode = mode;
+        scene.info().falloff_radius = radius;
+        scene.info().falloff_distance = distance;
+    }
+
+    void expectDirection(float x, float y, float z)
+    {
+        EXPECT_NEAR(direction.getX(), x, 1e-6);
+        EXPECT_NEAR(direction.getY(), y, 1e-6);
+        EXPECT_NEAR(direction.getZ(), z, 1e-6);
+    }
+
+    Scene scene;
+    Vector3 direction{9.0f, 9.0f, 9.0f};
+};
+
+TEST_F(LightPowerTest, NoFalloffGivesFullPowerAtAnyDistance)
+{
+    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
+    setFalloff(kFalloffNone, 100.0, 200.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1, 0, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1e5f, 0, 0)), 1.0);
+}
+
+TEST_F(LightPowerTest, SmoothFalloffAtItsLandmarks)
+{
+    // Full power up to the radius (100), half way at radius + distance / 2 (200), none from
+    // radius + distance (300) on; at a quarter (150): 1 - 0.25^2 * (3 - 0.5) = 0.84375.
+    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
+    setFalloff(kFalloffSmooth, 100.0, 200.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(50, 0, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(150, 0, 0)), 0.84375);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(200, 0, 0)), 0.5);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(300, 0, 0)), 0.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1000, 0, 0)), 0.0);
+}
+
+TEST_F(LightPowerTest, SmoothFalloffOverZeroDistanceIsAStepAtTheRadius)
+{
+    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
+    setFalloff(kFalloffSmooth, 100.0, 0.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(50, 0, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 1.0);  // 0 / 0 on the radius
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(101, 0, 0)), 0.0);
+}
+
+TEST_F(LightPowerTest, InverseSquareClampedIsFullInsideTheRadiusThenFallsAsTheSquare)
+{
+    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
+    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 50, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 100, 0)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 200, 0)), 0.25);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 400, 0)), 0.0625);
+}
+
+TEST_F(LightPowerTest, InverseSquareClampedLetsANaNRadiusThrough)
+{
+    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
+    setFalloff(kFalloffInverseSquareClamped, std::numeric_limits<double>::quiet_NaN(), 1.0);
+    EXPECT_TRUE(std::isnan(powerAt(light, Vector3(0, 200, 0))));
+}
+
+TEST_F(LightPowerTest, PointLightDirectionRunsFromTheLightToThePoint)
+{
+    const vLight light = makeLight(kPoint, Vector3(10, 20, 30));
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(10, 20, 230)), 1.0);
+    expectDirection(0, 0, 1);
+    powerAt(light, Vector3(-290, 20, 30));
+    expectDirection(-1, 0, 0);
+}
+
+TEST_F(LightPowerTest, PointOnTheLightItselfStaysFinite)
+{
+    const vLight light = makeLight(kPoint, Vector3(5, 5, 5));
+    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(5, 5, 5)), 1.0);
+    expectDirection(0, 0, 0);
+}
+
+TEST_F(LightPowerTest, ParallelLightShinesAlongItsUnitAxisWithFalloffFromItsPosition)
+{
+    // Axis stored with length 2 along -y; the light sits at the origin.
+    vLight light = makeLight(kParallel, Vector3(0, 0, 0));
+    light.to_object = Matrix4(Vector4(1, 0, 0, 0), Vector4(0, 0, 1, 0), Vector4(0, -2, 0, 0),
+                              Vector4(0, 0, 0, 1));
+    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(200, 0, 0)), 0.25);
+    expectDirection(0, -1, 0);
+}
+
+TEST_F(LightPowerTest, AmbientLightIgnoresFalloffAndHasNoDirection)
+{
+    const vLight light = makeLight(kAmbient, Vector3(0, 0, 0));
+    setFalloff(kFalloffInverseSquareClamped, 1.0, 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 1000, 0)), 1.0);
+    expectDirection(0, 0, 0);
+}
+
+TEST_F(LightPowerTest, UnknownLightTypeGivesPowerOneAndLeavesTheDirectionAlone)
+{
+    const vLight light = makeLight(7, Vector3(0, 0, 0));
+    setFalloff(kFalloffInverseSquareClamped, 1.0, 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 1000, 0)), 1.0);
+    expectDirection(9, 9, 9);
+}
+
+// Spot at the origin pointing along +z (the translation matrix keeps the z axis).
+class SpotLightTest : public LightPowerTest {
+protected:
+    vLight spot(double cos_half_cone, double feather)
+    {
+        vLight light = makeLight(kSpot, Vector3(0, 0, 0));
+        light.cos_half_cone = cos_half_cone;
+        light.feather = feather;
+        return light;
+    }
+};
+
+TEST_F(SpotLightTest, WithoutFeatherTheConeHasAHardEdge)
+{
+    const vLight light = spot(0.6, 0.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(60, 0, 80)), 1.0);  // cos 0.8, inside
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(81, 0, 59)), 0.0);  // cos 0.589, just outside
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 95, 31)), 0.0);  // outside
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, -100)), 0.0); // behind
+}
+
+TEST_F(SpotLightTest, PointExactlyOnTheEdgeOfAnUnfeatheredConeGetsNothing)
+{
+    // (80, 0, 60) / 100 has a z of exactly 0.6f, so (cos - cos_half_cone) / 0 is 0 / 0.
+    const vLight light = spot(static_cast<double>(0.6f), 0.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(80, 0, 60)), 0.0);
+    expectDirection(0.8f, 0.0f, 0.6f);
+}
+
+TEST_F(SpotLightTest, FeatherRampsLinearlyInCosineInsideTheCone)
+{
+    // Feather 0.5 of (1 - 0.6): the ramp runs from cos 0.6 (0) to cos 0.8 (1).
+    const vLight light = spot(0.6, 0.5);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 1.0);
+    EXPECT_NEAR(powerAt(light, Vector3(60, 0, 80)), 1.0, 1e-6);
+    EXPECT_NEAR(powerAt(light, Vector3(std::sqrt(0.51f) * 100.0f, 0, 70)), 0.5, 1e-5);
+    EXPECT_NEAR(powerAt(light, Vector3(80, 0, 60)), 0.0, 1e-6);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 0.0);
+}
+
+TEST_F(SpotLightTest, ConeIsMeasuredAgainstTheAxisAsStored)
+{
+    // An axis of length 0.5 halves every cosine: a point on the axis reads cos 0.5 < 0.6.
+    vLight light = spot(0.6, 0.0);
+    light.to_object.setCol(2, Vector4(0, 0, 0.5f, 0));
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 0.0);
+}
+
+TEST_F(SpotLightTest, SpotMultipliesTheDistanceFalloff)
+{
+    const vLight light = spot(0.6, 0.5);
+    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
+    EXPECT_NEAR(powerAt(light, Vector3(0, 0, 200)), 0.25, 1e-12);
+    EXPECT_NEAR(powerAt(light, Vector3(std::sqrt(0.51f) * 200.0f, 0, 140)), 0.125, 1e-5);
+}
+
+} // namespace

@@ -1,0 +1,178 @@
+// The reflection map: latitude-longitude lookup of the mirrored view direction, rim gain,
+// metal tint and occlusion by the shape's own texture; and the three pixel depths agreeing.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "raytrace/Shading.h"
+#include "raytrace/shading/ShadingScene.h"
+
+namespace {
+
+using namespace shading_test;
+
+const PF_PixelFloat kTexel = pixel(1.0f, 0.8f, 0.4f, 0.2f);
+const Vector3 kHit(0.0f, -kRadius, 0.0f);
+
+// 10 x 4 map whose pixel (x, y) reads (x / 10, 1 - x / 10, y / 4): each pixel tells where it is.
+PF_PixelFloat mapPixel(int x, int y)
+{
+    return pixel(1.0f, x / 10.0f, 1.0f - x / 10.0f, y / 4.0f);
+}
+
+template <class T>
+PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
+{
+    PF_PixelFloat out = pixel(-7, -7, -7, -7);
+    Ray_GetColor<T>(ray, t, scene.info(), out);
+    return out;
+}
+
+void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
+                 float tolerance = 1e-5f)
+{
+    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
+    EXPECT_NEAR(p.red, r, tolerance) << "red";
+    EXPECT_NEAR(p.green, g, tolerance) << "green";
+    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
+}
+
+// Only the reflection shows (no emission, no lights), sampled at a point (sharpness 1). The
+// shape's local x stays composition x, local y becomes composition z and local z becomes -y,
+// so a view ray in the local xy plane mirrors into the composition's horizon (map row 2).
+class ReflectionTest : public ::testing::Test {
+protected:
+    ReflectionTest()
+    {
+        RenderInfo& info = scene.info();
+        info.object_to_world = Matrix4(Vector4(1, 0, 0, 0), Vector4(0, 0, 1, 0),
+                                       Vector4(0, -1, 0, 0), Vector4(0, 0, 0, 1));
+        info.emit = 0.0f;
+        info.sharpness_inv = 0.0;
+        info.reflection_intensity = 0.5f;
+        scene.setUniformTexture<PF_PixelFloat>(kTexel);
+        scene.setReflectionMap<PF_PixelFloat>(10, 4, mapPixel);
+    }
+
+    // From outside at 37 degrees off the normal: the mirrored ray (0.6, -0.8, 0) becomes
+    // (0.6, 0, -0.8) in the composition; atan2(-0.8, 0.6) / 2pi - 0.25 wraps to 0.6024, which
+    // on the 10-pixel-wide map is pixel 6; latitude 0.5 of 4 rows is row 2.
+    PF_PixelFloat oblique()
+    {
+        return shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f),
+                                    100.0);
+    }
+
+    Scene scene{32};
+};
+
+TEST_F(ReflectionTest, LooksUpTheMirroredDirectionInTheLatLongMap)
+{
+    expectPixel(oblique(), 1.0f, 0.5f * 0.6f, 0.5f * 0.4f, 0.5f * 0.5f);
+}
+
+TEST_F(ReflectionTest, RolloffDimsItByTheViewAngle)
+{
+    // Gain (1 - |N.D|)^(10 rolloff) x intensity, with |N.D| = 0.8.
+    scene.info().reflection_rolloff = 0.1f;
+    expectPixel(oblique(), 1.0f, 0.1f * 0.6f, 0.1f * 0.4f, 0.1f * 0.5f);
+    scene.info().reflection_rolloff = 1.0f;
+    const float k = 0.5f * std::pow(0.2f, 10.0f);
+    expectPixel(oblique(), 1.0f, k * 0.6f, k * 0.4f, k * 0.5f, 1e-9f);
+}
+
+TEST_F(ReflectionTest, MetalTintsItByTheTexel)
+{
+    scene.info().metal = 1.0f;
+    expectPixel(oblique(), 1.0f, 0.5f * 0.8f * 0.6f, 0.5f * 0.4f * 0.4f, 0.5f * 0.2f * 0.5f);
+}
+
+TEST_F(ReflectionTest, IsOffWithoutIntensityOrWithoutAMap)
+{
+    scene.info().reflection_intensity = 0.0f;
+    expectPixel(oblique(), 1.0f, 0.0f, 0.0f, 0.0f);
+
+    scene.info().reflection_intensity = 1.0f;
+    scene.info().reflection_layer = PF_LayerDef{};
+    expectPixel(oblique(), 1.0f, 0.0f, 0.0f, 0.0f);
+}
+
+TEST_F(ReflectionTest, StraightDownTheAxisOfTheMapReadsColumnZero)
+{
+    // Head on, the mirrored ray is composition -z: its y and x are both 0, which reads
+    // longitude 0 (column 0) rather than atan2(-1, 0) (column 5).
+    const PF_PixelFloat out =
+        shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0, 1, 0), 900.0f), 900.0);
+    expectPixel(out, 1.0f, 0.0f, 0.5f, 0.25f);
+}
+
+class InsideReflectionTest : public ReflectionTest {
+protected:
+    // From inside the shape the mirrored ray (0.6, 0.8, 0) crosses the far wall before it
+    // leaves; in the composition it reads (0.6, 0, 0.8): longitude 0.8976, pixel 9 of row 2.
+    PF_PixelFloat inside()
+    {
+        return shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f),
+                                    100.0);
+    }
+};
+
+TEST_F(InsideReflectionTest, WithoutSelfShadowTheWallIsIgnored)
+{
+    expectPixel(inside(), 1.0f, 0.5f * 0.9f, 0.5f * 0.1f, 0.5f * 0.5f);
+}
+
+TEST_F(InsideReflectionTest, OpaqueWallHidesTheEnvironment)
+{
+    scene.info().self_shadow = true;
+    scene.info().light_transmission = 0.0f;
+    expectPixel(inside(), 1.0f, 0.0f, 0.0f, 0.0f);
+}
+
+TEST_F(InsideReflectionTest, TransmittingWallTintsTheEnvironment)
+{
+    scene.info().self_shadow = true;
+    scene.info().light_transmission = 1.0f;
+    expectPixel(inside(), 1.0f, 0.5f * 0.8f * 0.9f, 0.5f * 0.4f * 0.1f, 0.5f * 0.2f * 0.5f);
+}
+
+// Emission, an ambient and a point light with a highlight, a uniform reflection map and a fade,
+// rendered with textures and maps of each pixel depth.
+template <class T>
+PF_PixelFloat shadeFullScene()
+{
+    const short bitdepth = sizeof(T) == 4 ? 8 : (sizeof(T) == 8 ? 16 : 32);
+    Scene scene(bitdepth);
+    RenderInfo& info = scene.info();
+    info.emit = 0.5f;
+    info.ambient = 0.6f;
+    info.diffuse = 0.5f;
+    info.specular = 0.3f;
+    info.shininess = 8.0f;
+    info.reflection_intensity = 0.5f;
+    info.self_shadow = true;
+    info.depth_composite.mode = 3;
+    info.depth_composite.start = 0.0;
+    info.depth_composite.length = 200.0;
+    scene.setUniformTexture<T>(kTexel);
+    scene.setReflectionMap<T>(10, 4, [](int, int) { return pixel(1.0f, 0.2f, 0.4f, 0.6f); });
+    scene.addLight(makeLight(kAmbient, Vector3(0, 0, 0), 0.5f));
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+    return shade<T>(scene, rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f), 100.0);
+}
+
+TEST(ShadingPixelDepths, AllThreeAgreeOnTheSameScene)
+{
+    // Texel x (emit 0.5 + ambient 0.6 x 0.5 + diffuse 0.5) + highlight 0.3 x 0.8^8
+    // + reflection 0.5 x (0.2, 0.4, 0.6); fade at half of its range halves the alpha.
+    const float highlight = 0.3f * std::pow(0.8f, 8.0f);
+    const float r = 1.3f * 0.8f + highlight + 0.1f;
+    const float g = 1.3f * 0.4f + highlight + 0.2f;
+    const float b = 1.3f * 0.2f + highlight + 0.3f;
+    expectPixel(shadeFullScene<PF_Pixel>(), 0.5f, r, g, b, 1e-4f);
+    expectPixel(shadeFullScene<PF_Pixel16>(), 0.5f, r, g, b, 1e-4f);
+    expectPixel(shadeFullScene<PF_PixelFloat>(), 0.5f, r, g, b, 1e-5f);
+}
+
+} // namespace

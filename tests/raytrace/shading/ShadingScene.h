@@ -1,0 +1,142 @@
+#pragma once
+// A small, hand-checkable scene for the shading and lighting tests: a straight circular
+// cylinder of radius 100 around the local z axis, texture height 200 (v = 0.5 at z = 0),
+// closed (open factor 1), placed at the composition origin and seen by a perspective camera of
+// focal length 1000. Texture and reflection map are worlds of the emulated host, sampled
+// through its real sampling suites.
+
+#include <cmath>
+#include <functional>
+#include <memory>
+
+#include "host/Host.h"
+#include "host/PixelWorld.h"
+#include "render/RenderInfo.h"
+
+namespace shading_test {
+
+using Vectormath::Aos::Matrix4;
+using Vectormath::Aos::Vector3;
+using Vectormath::Aos::Vector4;
+
+constexpr float kRadius = 100.0f;
+constexpr double kTextureHeight = 200.0;
+
+enum LightType { kParallel = 0, kSpot = 1, kPoint = 2, kAmbient = 3 };
+
+inline PF_PixelFloat pixel(float a, float r, float g, float b)
+{
+    return PF_PixelFloat{a, r, g, b};
+}
+
+// The value a channel of `Pixel` stores for the float value v, rounded to nearest.
+template <class Pixel>
+struct Store;
+template <>
+struct Store<PF_Pixel> {
+    static PF_Pixel from(const PF_PixelFloat& p)
+    {
+        auto c = [](float v) { return static_cast<A_u_char>(std::lround(v * 255.0f)); };
+        return PF_Pixel{c(p.alpha), c(p.red), c(p.green), c(p.blue)};
+    }
+};
+template <>
+struct Store<PF_Pixel16> {
+    static PF_Pixel16 from(const PF_PixelFloat& p)
+    {
+        auto c = [](float v) { return static_cast<A_u_short>(std::lround(v * 32768.0f)); };
+        return PF_Pixel16{c(p.alpha), c(p.red), c(p.green), c(p.blue)};
+    }
+};
+template <>
+struct Store<PF_PixelFloat> {
+    static PF_PixelFloat from(const PF_PixelFloat& p) { return p; }
+};
+
+template <class Pixel>
+void fillWorld(host::OwnedWorld& world, int width, int height,
+               const std::function<PF_PixelFloat(int x, int y)>& colour_at)
+{
+    world.allocate(width, height, host::PixelFormatOf<Pixel>::value);
+    for (int y = 0; y < height; ++y)
+        for (int x = 0; x < width; ++x)
+            host::worldPixel<Pixel>(world.get(), x, y) = Store<Pixel>::from(colour_at(x, y));
+}
+
+inline vLight makeLight(int type, const Vector3& position, float intensity = 1.0f,
+                        const PF_PixelFloat& colour = pixel(1, 1, 1, 1))
+{
+    vLight light = {};
+    light.to_object = Matrix4::translation(position);
+    light.color[0] = colour.alpha;
+    light.color[1] = colour.red;
+    light.color[2] = colour.green;
+    light.color[3] = colour.blue;
+    light.type = type;
+    light.intensity = intensity;
+    light.cos_half_cone = 0.5;
+    light.feather = 0.0;
+    light.shadow_darkness = 1.0f;
+    light.casts_shadows = true;
+    return light;
+}
+
+// A ray that reaches `hit` at parameter t along the unit `direction`.
+inline Ray rayThrough(const Vector3& hit, const Vector3& direction, float t)
+{
+    const Vector3 origin = hit - direction * t;
+    Ray ray;
+    ray.direction = direction;
+    ray.origin = Vector4(origin, 1.0f);
+    return ray;
+}
+
+class Scene {
+public:
+    explicit Scene(short bitdepth = 8)
+        : scope_(host_.render_scope(bitdepth)), info_(scope_->in_data())
+    {
+        info_.object_to_world = Matrix4::identity();
+        info_.world_to_object = Matrix4::identity();
+        info_.size = Vector3(kRadius, kRadius, 0.0f);
+        info_.size_sq = Vector3(kRadius * kRadius, kRadius * kRadius, 0.0f);
+        info_.inv_size = Vector3(1.0f / kRadius, 1.0f / kRadius, 0.0f);
+        info_.inv_size_sq = Vector3(1.0f / (kRadius * kRadius), 1.0f / (kRadius * kRadius), 0.0f);
+        info_.texture_height = kTextureHeight;
+        info_.open_scale = 1.0;
+        info_.fixed_u = 0.0;
+        info_.neg_focal = -1000.0f;
+        info_.perspective = true;
+        info_.emit = 1.0f;
+    }
+
+    RenderInfo& info() { return info_; }
+
+    // Texture of the pixel type T, one colour everywhere.
+    template <class T>
+    void setUniformTexture(const PF_PixelFloat& colour, int width = 64, int height = 64)
+    {
+        fillWorld<T>(texture_, width, height, [&](int, int) { return colour; });
+        info_.texture_width = width;
+        info_.texture_layer = texture_.get();
+    }
+
+    template <class T>
+    void setReflectionMap(int width, int height,
+                          const std::function<PF_PixelFloat(int x, int y)>& colour_at)
+    {
+        fillWorld<T>(reflection_, width, height, colour_at);
+        info_.reflection_layer = reflection_.get();
+    }
+
+    void addLight(const vLight& light) { info_.appendLight(light); }
+
+private:
+    host::Host host_;
+    std::unique_ptr<host::RenderScope> scope_;
+    host::OwnedWorld texture_;
+    host::OwnedWorld reflection_;
+    RenderInfo info_;  // last: its lights go back to the host before the scope ends
+};
+
+} // namespace shading_test

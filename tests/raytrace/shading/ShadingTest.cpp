@@ -1,0 +1,311 @@
+// A ray hit becomes a colour: texel and emission, lights with shadows and transmission,
+// highlights, the reflection map, the depth composite and the pivot line.
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "raytrace/Shading.h"
+#include "raytrace/shading/ShadingScene.h"
+
+namespace {
+
+using namespace shading_test;
+
+// The texel every uniform texture below shows: exact in 8 bits (255, 204, 102, 51).
+const PF_PixelFloat kTexel = pixel(1.0f, 0.8f, 0.4f, 0.2f);
+
+// The camera looks along +y at the near wall; the hit (0, -100, 0) has u = 0.25, v = 0.5 and
+// the normal (0, -1, 0) facing the camera.
+const Vector3 kHit(0.0f, -kRadius, 0.0f);
+const Ray kHeadOn = rayThrough(kHit, Vector3(0, 1, 0), 900.0f);
+
+template <class T>
+PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
+{
+    PF_PixelFloat out = pixel(-7, -7, -7, -7);
+    Ray_GetColor<T>(ray, t, scene.info(), out);
+    return out;
+}
+
+void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
+                 float tolerance = 1e-5f)
+{
+    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
+    EXPECT_NEAR(p.red, r, tolerance) << "red";
+    EXPECT_NEAR(p.green, g, tolerance) << "green";
+    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
+}
+
+// A textured scene with emission off, so each test sees only the term it switches on.
+class ShadingTest : public ::testing::Test {
+protected:
+    ShadingTest()
+    {
+        scene.setUniformTexture<PF_Pixel>(kTexel);
+        scene.info().emit = 0.0f;
+    }
+
+    PF_PixelFloat headOn() { return shade<PF_Pixel>(scene, kHeadOn, 900.0); }
+
+    Scene scene;
+};
+
+TEST_F(ShadingTest, WithoutLightsTheTexelShowsScaledByEmit)
+{
+    scene.info().emit = 1.0f;
+    expectPixel(headOn(), 1.0f, 0.8f, 0.4f, 0.2f);
+    scene.info().emit = 0.5f;
+    expectPixel(headOn(), 1.0f, 0.4f, 0.2f, 0.1f);
+}
+
+TEST_F(ShadingTest, ResultIsNotClamped)
+{
+    scene.info().emit = 2.0f;
+    expectPixel(headOn(), 1.0f, 1.6f, 0.8f, 0.4f);
+}
+
+TEST_F(ShadingTest, AmbientLightNeverShadowsNorHighlightsAndIgnoresFalloff)
+{
+    // Ka 0.6 x intensity 0.5 x texel x light colour (1, 0.5, 0.25).
+    scene.info().ambient = 0.6f;
+    scene.info().diffuse = 1.0f;
+    scene.info().specular = 1.0f;
+    scene.info().self_shadow = true;
+    scene.info().falloff_mode = 3;
+    scene.info().falloff_radius = 1.0;
+    scene.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
+    expectPixel(headOn(), 1.0f, 0.24f, 0.06f, 0.015f);
+}
+
+TEST_F(ShadingTest, PointLightInFrontGivesDiffuseAndAHeadOnHighlight)
+{
+    // Light, hit and camera on one line: Lambert 1, mirrored light straight at the camera.
+    scene.info().diffuse = 0.5f;
+    scene.info().specular = 0.3f;
+    scene.info().shininess = 8.0f;
+    scene.info().self_shadow = true;
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+    expectPixel(headOn(), 1.0f, 0.5f * 0.8f + 0.3f, 0.5f * 0.4f + 0.3f, 0.5f * 0.2f + 0.3f);
+}
+
+TEST_F(ShadingTest, LightIntensityColourAndFalloffMultiply)
+{
+    // Intensity 2 at twice the clamp radius (power 0.25): 0.5 x texel x (0.5, 1, 0).
+    scene.info().diffuse = 1.0f;
+    scene.info().falloff_mode = 3;
+    scene.info().falloff_radius = 200.0;
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0), 2.0f, pixel(1, 0.5f, 1, 0)));
+    expectPixel(headOn(), 1.0f, 0.2f, 0.2f, 0.0f);
+}
+
+TEST_F(ShadingTest, LightsAddUpWithEmission)
+{
+    scene.info().emit = 0.5f;
+    scene.info().ambient = 0.2f;
+    scene.info().diffuse = 0.5f;
+    scene.addLight(makeLight(kAmbient, Vector3(0, 0, 0)));
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+    expectPixel(headOn(), 1.0f, 1.2f * 0.8f, 1.2f * 0.4f, 1.2f * 0.2f);
+}
+
+class BackLightTest : public ShadingTest {
+protected:
+    BackLightTest()
+    {
+        scene.info().diffuse = 0.5f;
+        scene.info().specular = 1.0f;  // the mirrored back light points away: no highlight
+        scene.addLight(makeLight(kPoint, Vector3(0, 500, 0)));
+    }
+};
+
+TEST_F(BackLightTest, WithoutTransmissionALightBehindTheFaceDoesNothing)
+{
+    scene.info().light_transmission = 0.0f;
+    expectPixel(headOn(), 1.0f, 0.0f, 0.0f, 0.0f);
+}
+
+TEST_F(BackLightTest, TransmissionLetsItThrough)
+{
+    // Lambert 1 x transmission 0.5, diffuse 0.5: 0.25 x texel.
+    scene.info().light_transmission = 0.5f;
+    expectPixel(headOn(), 1.0f, 0.2f, 0.1f, 0.05f);
+}
+
+TEST_F(BackLightTest, SelfShadowFiltersItThroughTheFarWall)
+{
+    // On its way the light crosses the far wall: opaque texel at transmission 0.5 passes
+    // 0.5 x texel = (0.4, 0.2, 0.1); full shadow darkness applies that tint.
+    scene.info().light_transmission = 0.5f;
+    scene.info().self_shadow = true;
+    expectPixel(headOn(), 1.0f, 0.25f * 0.8f * 0.4f, 0.25f * 0.4f * 0.2f, 0.25f * 0.2f * 0.1f);
+}
+
+TEST_F(BackLightTest, ShadowDarknessBlendsTheTintTowardsWhite)
+{
+    scene.info().light_transmission = 0.5f;
+    scene.info().self_shadow = true;
+    scene.info().lights[0]->shadow_darkness = 0.5f;  // tint (0.7, 0.6, 0.55)
+    expectPixel(headOn(), 1.0f, 0.25f * 0.8f * 0.7f, 0.25f * 0.4f * 0.6f,
+                0.25f * 0.2f * 0.55f);
+}
+
+TEST_F(BackLightTest, LightThatCastsNoShadowsIsNotFiltered)
+{
+    scene.info().light_transmission = 0.5f;
+    scene.info().self_shadow = true;
+    scene.info().lights[0]->casts_shadows = false;
+    expectPixel(headOn(), 1.0f, 0.2f, 0.1f, 0.05f);
+}
+
+class HighlightTest : public ShadingTest {
+protected:
+    HighlightTest()
+    {
+        // Light at 45 degrees: Lambert cos 45, mirrored light at 45 degrees from the camera.
+        scene.info().specular = 1.0f;
+        scene.addLight(makeLight(kPoint, Vector3(-100, -200, 0)));
+    }
+    const float cos45 = std::sqrt(0.5f);
+};
+
+TEST_F(HighlightTest, ExponentSharpensItAndLambertStaysInside)
+{
+    scene.info().shininess = 2.0f;
+    const float n2 = cos45 * 0.5f;
+    expectPixel(headOn(), 1.0f, n2, n2, n2);
+    scene.info().shininess = 4.0f;
+    const float n4 = cos45 * 0.25f;
+    expectPixel(headOn(), 1.0f, n4, n4, n4);
+}
+
+TEST_F(HighlightTest, MetalTintsItByTheTexel)
+{
+    scene.info().shininess = 4.0f;
+    const float k = cos45 * 0.25f;
+    scene.info().metal = 1.0f;
+    expectPixel(headOn(), 1.0f, 0.8f * k, 0.4f * k, 0.2f * k);
+    scene.info().metal = 0.5f;
+    expectPixel(headOn(), 1.0f, 0.9f * k, 0.7f * k, 0.6f * k);
+}
+
+TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
+{
+    scene.setUniformTexture<PF_Pixel>(pixel(0, 1, 1, 1));
+    scene.info().emit = 1.0f;
+    scene.info().diffuse = 1.0f;
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+    expectPixel(headOn(), 0.0f, 0.0f, 0.0f, 0.0f);
+
+    // Fog at full strength still colours it, without giving it coverage.
+    scene.info().depth_composite.mode = 2;
+    scene.info().depth_composite.start = 0.0;
+    scene.info().depth_composite.length = 100.0;
+    scene.info().depth_composite.color = pixel(1, 0.1f, 0.2f, 0.3f);
+    expectPixel(headOn(), 0.0f, 0.1f, 0.2f, 0.3f);
+}
+
+TEST_F(ShadingTest, PartialCoverageKeepsItsAlphaAndStraightColour)
+{
+    scene.setUniformTexture<PF_PixelFloat>(pixel(0.5f, 0.8f, 0.4f, 0.2f));
+    scene.info().emit = 1.0f;
+    expectPixel(shade<PF_PixelFloat>(scene, kHeadOn, 900.0), 0.5f, 0.8f, 0.4f, 0.2f);
+}
+
+TEST_F(ShadingTest, FadeOutAppliesToTheShadedColour)
+{
+    scene.info().emit = 1.0f;
+    scene.info().depth_composite.mode = 3;
+    scene.info().depth_composite.start = 0.0;
+    scene.info().depth_composite.length = 1800.0;
+    expectPixel(headOn(), 0.5f, 0.8f, 0.4f, 0.2f);
+}
+
+class UvTestColourTest : public ::testing::Test {
+protected:
+    // No texture layer; emission 1 shows the (u, v) test colour unlit.
+    Scene scene;
+    // Hits the near wall at z = 150: v = 1.25, above the texture.
+    const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
+};
+
+TEST_F(UvTestColourTest, InsideTheTextureRedIsUAndGreenIsV)
+{
+    expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.25f, 0.5f, 0.0f);
+}
+
+TEST_F(UvTestColourTest, OutsideEveryCopyIsTransparentBlack)
+{
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.0f, 0.0f, 0.0f);
+}
+
+TEST_F(UvTestColourTest, ExtensionCopiesAreRemappedWithTheirScrew)
+{
+    // Copy 1 above: v 1.25 -> 0.25, u 0.25 + half a turn -> 0.75.
+    scene.info().extension.tail_extensions = 1;
+    scene.info().extension.screw = 0.5;
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.75f, 0.25f, 0.0f);
+}
+
+TEST_F(UvTestColourTest, TestColourIsLitLikeATexel)
+{
+    scene.info().emit = 0.0f;
+    scene.info().diffuse = 0.5f;
+    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+    expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.125f, 0.25f, 0.0f);
+}
+
+class PivotLineTest : public ShadingTest {
+protected:
+    PivotLineTest()
+    {
+        scene.info().emit = 1.0f;
+        scene.info().show_pivot = true;
+        // Fog over everything: the line must not take it.
+        scene.info().depth_composite.mode = 2;
+        scene.info().depth_composite.start = 0.0;
+        scene.info().depth_composite.length = 1.0;
+        scene.info().depth_composite.color = pixel(1, 0.5f, 0.5f, 0.5f);
+    }
+};
+
+TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFog)
+{
+    scene.info().fixed_u = 0.2505;
+    expectPixel(headOn(), 1.0f, 0.0f, 1.0f, 0.0f, 0.0f);
+}
+
+TEST_F(PivotLineTest, IsOnlyTwoThousandthsWide)
+{
+    scene.info().fixed_u = 0.252;
+    expectPixel(headOn(), 1.0f, 0.5f, 0.5f, 0.5f);
+}
+
+TEST_F(PivotLineTest, IsHiddenWhenSwitchedOff)
+{
+    scene.info().fixed_u = 0.25;
+    scene.info().show_pivot = false;
+    expectPixel(headOn(), 1.0f, 0.5f, 0.5f, 0.5f);
+}
+
+TEST_F(PivotLineTest, IsNotDrawnOutsideTheTexture)
+{
+    scene.info().fixed_u = 0.25;
+    const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.5f, 0.5f, 0.5f);
+}
+
+TEST(PivotLineWithoutTexture, FollowsTheRemappedExtensionCoordinates)
+{
+    Scene scene;
+    scene.info().show_pivot = true;
+    scene.info().extension.tail_extensions = 1;
+    scene.info().extension.screw = 0.5;
+    const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
+    scene.info().fixed_u = 0.75;
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.0f, 1.0f, 0.0f, 0.0f);
+    scene.info().fixed_u = 0.25;
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.75f, 0.25f, 0.0f);
+}
+
+} // namespace
