@@ -365,6 +365,23 @@ TEST_F(AegpSuitesTest, FaultPointsAndUnimplementedMembers) {
     EXPECT_TRUE(logged);
 }
 
+TEST_F(AegpSuitesTest, ToWorldMatrixIsRowVectorWithNonSquareSourcePixelsCorrected) {
+    A_Time zero{0, 1};
+    A_Matrix4 m{};
+    ASSERT_EQ(layers->AEGP_GetLayerToWorldXform(handle(footage_id), &zero, &m), A_Err_NONE);
+    EXPECT_DOUBLE_EQ(m.mat[3][0], 10);  // translation in the bottom row
+    EXPECT_DOUBLE_EQ(m.mat[3][2], 30);
+    EXPECT_DOUBLE_EQ(m.mat[0][0], 1);
+    // Source pixels twice as wide as the composition's stretch the layer's x axis.
+    comp->find_by_id(footage_id)->source.par_num = 2;
+    ASSERT_EQ(layers->AEGP_GetLayerToWorldXform(handle(footage_id), &zero, &m), A_Err_NONE);
+    EXPECT_DOUBLE_EQ(m.mat[0][0], 2);
+    EXPECT_DOUBLE_EQ(m.mat[1][1], 1);
+    EXPECT_DOUBLE_EQ(m.mat[3][0], 10);
+    A_Time bad{0, 0};
+    EXPECT_EQ(layers->AEGP_GetLayerToWorldXform(handle(footage_id), &bad, &m), A_Err_PARAMETER);
+}
+
 class StrictRenderThread : public AegpSuitesTest {
 protected:
     static HostOptions strict() {
