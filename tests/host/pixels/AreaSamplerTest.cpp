@@ -82,6 +82,8 @@ TYPED_TEST_SUITE(AreaSampleDepths, PixelTypes);
 TYPED_TEST(AreaSampleDepths, HalfPixelRadiusReturnsExactlyThatPixel) {
     this->expectSample(1 * kOne, 0, kHalf, kHalf, {255, 0, 200, 0});
     this->expectSample(1 * kOne, 1 * kOne, kHalf, kHalf, {128, 100, 100, 100});
+    // The box ends exactly on the world's right and bottom edges.
+    this->expectSample(2 * kOne, 1 * kOne, kHalf, kHalf, {255, 50, 50, 50});
 }
 
 TYPED_TEST(AreaSampleDepths, SmallestRadiusIsTheNearestPixel) {
