@@ -107,6 +107,21 @@ TEST_F(ReflectionTest, StraightDownTheAxisOfTheMapReadsColumnZero)
     expectPixel(out, 1.0f, 0.0f, 0.5f, 0.25f);
 }
 
+TEST_F(ReflectionTest, FootprintStretchesWithTheViewAngleAndTheLatitude)
+{
+    // Sharpness 0: the box is 1.25 / sqrt(1 - 0.5^2) pixels wide each side (1 / |N.D| = 1.25
+    // across the view, the latitude divisor at v = 0.5) and 1 pixel high each side. Only
+    // column 7 is white, so red reads the share of the box that column 7 covers.
+    scene.info().sharpness_inv = 1.0;
+    scene.setReflectionMap<PF_PixelFloat>(
+        10, 4, [](int x, int) { return x == 7 ? pixel(1, 1, 1, 1) : pixel(1, 0, 0, 0); });
+    const double centre = (std::atan2(-0.8, 0.6) / (2.0 * M_PI) - 0.25 + 1.0) * 10.0;
+    const double half_width = 1.25 / std::sqrt(0.75);
+    const double column7 = centre + half_width - 6.5;
+    const float red = static_cast<float>(0.5 * column7 / (2.0 * half_width));
+    expectPixel(oblique(), 1.0f, red, red, red, 1e-4f);
+}
+
 class InsideReflectionTest : public ReflectionTest {
 protected:
     // From inside the shape the mirrored ray (0.6, 0.8, 0) crosses the far wall before it

@@ -78,6 +78,16 @@ TEST_F(ShadingTest, AmbientLightNeverShadowsNorHighlightsAndIgnoresFalloff)
     expectPixel(headOn(), 1.0f, 0.24f, 0.06f, 0.015f);
 }
 
+TEST_F(ShadingTest, AmbientLightIsNotShadowedEvenWhereTheShapeFacesItself)
+{
+    // Seen from inside, the reversed normal points across the shape at the opaque far wall.
+    scene.info().ambient = 0.6f;
+    scene.info().self_shadow = true;
+    scene.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
+    const Ray from_inside = rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f);
+    expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), 1.0f, 0.24f, 0.06f, 0.015f);
+}
+
 TEST_F(ShadingTest, PointLightInFrontGivesDiffuseAndAHeadOnHighlight)
 {
     // Light, hit and camera on one line: Lambert 1, mirrored light straight at the camera.
@@ -187,6 +197,20 @@ TEST_F(HighlightTest, MetalTintsItByTheTexel)
     expectPixel(headOn(), 1.0f, 0.8f * k, 0.4f * k, 0.2f * k);
     scene.info().metal = 0.5f;
     expectPixel(headOn(), 1.0f, 0.9f * k, 0.7f * k, 0.6f * k);
+}
+
+TEST_F(HighlightTest, AppearsOnAFaceLitThroughTheSurface)
+{
+    // Seen at (0.6, 0.8), lit from behind at a grazing (-0.96, -0.28): Lambert 0.28 through
+    // the surface; the mirrored light (-0.96, 0.28) meets the view at -0.352.
+    scene.info().lights[0]->to_object = Matrix4::translation(Vector3(96, -72, 0));
+    scene.info().shininess = 1.0f;
+    const Ray oblique = rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f);
+    scene.info().light_transmission = 0.0f;
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, 0.0f, 0.0f, 0.0f);
+    scene.info().light_transmission = 1.0f;
+    const float k = 0.28f * 0.352f;
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, k, k, k);
 }
 
 TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
