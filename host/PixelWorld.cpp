@@ -4,6 +4,7 @@
 #include <cstdlib>
 #include <cstring>
 #include <mutex>
+#include <shared_mutex>
 #include <new>
 #include <unordered_set>
 
@@ -31,8 +32,10 @@ std::atomic<std::uint64_t> g_free_epoch{0};
 
 // Headers of live worlds. Consulted before a reserved0 pointer is ever dereferenced, so a
 // struct the module filled itself (or a freed world) is recognised instead of read.
+// Lookups (format queries, possibly per sample) share the lock; only allocation and freeing
+// take it exclusively.
 struct Registry {
-    std::mutex mutex;
+    std::shared_mutex mutex;
     std::unordered_set<const WorldHeader*> live;
 };
 
@@ -45,7 +48,7 @@ const WorldHeader* liveHeader(const PF_EffectWorld& world) {
     const auto* header = static_cast<const WorldHeader*>(world.reserved0);
     if (!header) return nullptr;
     Registry& reg = registry();
-    std::lock_guard<std::mutex> lock(reg.mutex);
+    std::shared_lock<std::shared_mutex> lock(reg.mutex);
     if (reg.live.count(header) == 0 || header->magic != kHeaderMagic) return nullptr;
     return header;
 }
@@ -107,7 +110,7 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
     world->pix_aspect_ratio.den = 1;
 
     Registry& reg = registry();
-    std::lock_guard<std::mutex> lock(reg.mutex);
+    std::unique_lock<std::shared_mutex> lock(reg.mutex);
     reg.live.insert(header);
     return PF_Err_NONE;
 }
@@ -117,7 +120,7 @@ PF_Err freeWorld(PF_EffectWorld* world) {
     auto* header = static_cast<WorldHeader*>(world->reserved0);
     {
         Registry& reg = registry();
-        std::lock_guard<std::mutex> lock(reg.mutex);
+        std::unique_lock<std::shared_mutex> lock(reg.mutex);
         if (!header || reg.live.erase(header) == 0) return PF_Err_BAD_CALLBACK_PARAM;
     }
     header->magic = 0;
@@ -148,7 +151,7 @@ std::uint64_t worldFreeEpoch() { return g_free_epoch.load(std::memory_order_acqu
 
 std::size_t liveWorldCount() {
     Registry& reg = registry();
-    std::lock_guard<std::mutex> lock(reg.mutex);
+    std::shared_lock<std::shared_mutex> lock(reg.mutex);
     return reg.live.size();
 }
 
