@@ -11,8 +11,8 @@ namespace host {
 
 namespace {
 
+// The suites of the most recent session, for calls made outside any command.
 std::atomic<AegpSuites*> g_current{nullptr};
-thread_local PF_ProgPtr t_effect_ref = nullptr;
 
 }  // namespace
 
@@ -30,7 +30,11 @@ AegpSuites::~AegpSuites() {
     host_.set_layer_handle_resolver(nullptr);
 }
 
-AegpSuites* AegpSuites::current() { return g_current.load(); }
+AegpSuites* AegpSuites::current() {
+    const CallContext* command = CallContext::current();
+    if (command != nullptr && command->host != nullptr) return &command->host->aegp();
+    return g_current.load();
+}
 
 Composition* AegpSuites::composition() { return host_.composition(); }
 
@@ -201,15 +205,10 @@ std::string to_utf8(const A_UTF16Char* text) {
     return out;
 }
 
-void note_effect_ref(PF_ProgPtr effect_ref) { t_effect_ref = effect_ref; }
-
 A_Err check_project_call() {
-    AegpSuites* s = session();
-    // Only the strict mode looks at the command behind the remembered reference.
-    if (s == nullptr || t_effect_ref == nullptr || !s->host().options().strict_render_thread) {
-        return A_Err_NONE;
-    }
-    return s->host().check_project_call(t_effect_ref);
+    CallContext* command = CallContext::current();
+    if (command == nullptr || command->host == nullptr) return A_Err_NONE;
+    return command->host->check_project_call(command->effect_ref());
 }
 
 }  // namespace aegp

@@ -14,7 +14,6 @@ namespace {
 const Layer* effect_layer(AegpSuites* s, PF_ProgPtr effect_ref) {
     CallContext* context = CallContext::from(effect_ref);
     if (context == nullptr || s->composition() == nullptr) return nullptr;
-    note_effect_ref(effect_ref);
     return s->composition()->find_by_id(s->host().effect_layer_id());
 }
 

@@ -56,9 +56,26 @@ struct CallContext {
 
     // effect_ref -> context; null (and no crash) for a foreign pointer.
     static CallContext* from(PF_ProgPtr effect_ref);
+    // The command running on this thread (the module's call, a render scope, or the
+    // iteration workers of either); null when none. Suite functions that receive no
+    // effect_ref find their command and session here.
+    static CallContext* current();
     PF_ProgPtr effect_ref() { return reinterpret_cast<PF_ProgPtr>(this); }
     // True for the commands that run on a render thread.
     bool on_render_thread() const { return render; }
+};
+
+// Makes `context` the command running on this thread until destroyed, then restores the
+// previous one (commands nest: a render scope may call the module's entry point).
+class CurrentCommand {
+public:
+    explicit CurrentCommand(CallContext* context);
+    ~CurrentCommand();
+    CurrentCommand(const CurrentCommand&) = delete;
+    CurrentCommand& operator=(const CurrentCommand&) = delete;
+
+private:
+    CallContext* previous_;
 };
 
 }  // namespace host

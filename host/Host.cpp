@@ -12,6 +12,7 @@
 #include <tuple>
 
 #include "AE_EffectCBSuites.h"
+#include "host/AegpSuites.h"
 #include "host/AreaSampler.h"
 #include "host/Composition.h"
 #include "host/HandleHeap.h"
@@ -99,11 +100,6 @@ struct Host::SampleTables {
     std::map<Key, std::shared_ptr<const AreaSampler>> tables;
 };
 
-CallContext* CallContext::from(PF_ProgPtr effect_ref) {
-    auto* context = reinterpret_cast<CallContext*>(effect_ref);
-    return context && context->magic == kMagic ? context : nullptr;
-}
-
 Host::Host(HostOptions options)
     : options_(options), handles_(new HandleHeap), params_(new ParamStore), sample_tables_(new SampleTables) {
     handles_->set_poison(options_.poison);
@@ -114,6 +110,7 @@ Host::Host(HostOptions options)
     registry_.make_current();
     core::setActiveHost(this);
     core::registerCoreSuites(registry_);
+    aegp_.reset(new AegpSuites(*this));
     pixel_source_ = fillFromSource;
 }
 
@@ -125,6 +122,7 @@ Host::~Host() {
             std::cerr << "host: " << e.what() << "\n";
         }
     }
+    aegp_.reset();
     core::clearActiveHost(this);
     registry_.release_current();
     counters_.release_current();
@@ -229,7 +227,8 @@ std::unique_ptr<RenderScope> Host::render_scope(short bitdepth, double layer_sec
     return std::unique_ptr<RenderScope>(new RenderScope(*this, bitdepth, layer_secs));
 }
 
-RenderScope::RenderScope(Host& host, short bitdepth, double layer_seconds) : host_(host), context_(new CallContext) {
+RenderScope::RenderScope(Host& host, short bitdepth, double layer_seconds)
+    : host_(host), context_(new CallContext), running_(context_.get()) {
     host_.prepare_context(*context_, PF_Cmd_SMART_RENDER, layer_seconds, bitdepth, 1);
 }
 
@@ -388,6 +387,7 @@ PF_Err Host::call(CallContext& context, PF_ParamDef** params, PF_LayerDef* outpu
     if (locked) handles_->lock(reinterpret_cast<char**>(locked));
     log_command(context.cmd);
     PF_Err err = PF_Err_NONE;
+    CurrentCommand running(&context);
     try {
         err = entry_(context.cmd, &context.in_data, &out, params, output, extra);
     } catch (...) {

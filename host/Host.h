@@ -30,6 +30,7 @@
 
 namespace host {
 
+class AegpSuites;
 class Composition;
 struct Layer;
 class HandleHeap;
@@ -102,7 +103,9 @@ struct RenderResult {
 };
 
 // A command in progress for module code called directly by unit tests: in_data() is ready
-// to use until the scope ends; leftover checkouts are reported on destruction.
+// to use until the scope ends; leftover checkouts are reported on destruction. The scope is
+// the command running on the thread that created it (CallContext::current()), so it must be
+// destroyed on that thread.
 class RenderScope {
 public:
     RenderScope(Host& host, short bitdepth, double layer_seconds);
@@ -117,6 +120,7 @@ public:
 private:
     Host& host_;
     std::unique_ptr<CallContext> context_;
+    CurrentCommand running_;
 };
 
 class Host {
@@ -131,6 +135,8 @@ public:
     FaultInjector& faults() { return faults_; }
     ResourceCounters& counters() { return counters_; }
     HandleHeap& handles() { return *handles_; }
+    // The AEGP suites over this session's composition, registered from construction on.
+    AegpSuites& aegp() { return *aegp_; }
     const SPBasicSuite* pica_basic() const;
 
     // --- The scene: the composition and the layer the effect is applied to. ---
@@ -229,6 +235,7 @@ private:
     std::unique_ptr<HandleHeap> handles_;
     std::unique_ptr<ParamStore> params_;
     std::unique_ptr<PiplInfo> pipl_;
+    std::unique_ptr<AegpSuites> aegp_;  // needs registry_; reset before it is released
 
     std::shared_ptr<Composition> comp_;
     int effect_layer_id_ = 0;

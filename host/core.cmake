@@ -10,4 +10,5 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/UtilCallbacks.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CoreSuites.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SmartRender.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CallContext.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Host.cpp)

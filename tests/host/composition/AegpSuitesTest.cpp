@@ -24,7 +24,7 @@ const Suite* acquire(Host& host, const char* name, int version) {
 
 class AegpSuitesTest : public ::testing::Test {
 public:
-    explicit AegpSuitesTest(HostOptions options = HostOptions()) : host(options), suites(host) {
+    explicit AegpSuitesTest(HostOptions options = HostOptions()) : host(options), suites(host.aegp()) {
         auto c = std::make_shared<Composition>("Main", 640, 360, 25, 10);
         Layer surface;
         surface.name = "Surface";
@@ -125,7 +125,7 @@ public:
     }
 
     Host host;
-    AegpSuites suites;
+    AegpSuites& suites;
     std::shared_ptr<Composition> comp;
     int surface_id = 0, footage_id = 0, light_id = 0;
     const AEGP_LayerSuite6* layers = nullptr;
