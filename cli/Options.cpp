@@ -1,0 +1,123 @@
+#include "cli/Options.h"
+
+#include "cli/CliError.h"
+
+#include <CLI/CLI.hpp>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <iostream>
+
+namespace cli {
+
+namespace {
+
+// A non-negative whole number written with digits only; false for anything else.
+bool parseFrameNumber(const std::string& text, int& out) {
+    if (text.empty() || text.size() > 9) return false;
+    for (char c : text)
+        if (c < '0' || c > '9') return false;
+    out = std::atoi(text.c_str());
+    return true;
+}
+
+const char* kDescription =
+    "orbivane-render: renders frames of the Orbivane effect through the emulated After Effects\n"
+    "host. Without a scene file it renders a built-in demo to orbivane-demo.png.";
+
+const char* kExamples =
+    "Examples:\n"
+    "  orbivane-render                                   built-in demo -> orbivane-demo.png\n"
+    "  orbivane-render examples/opening.json -o open.png\n"
+    "  orbivane-render examples/opening.json --frames 0-47 -o out/open.####.png\n"
+    "  orbivane-render scene.json --frame 12 --bit-depth 32 -o frame.exr\n"
+    "  orbivane-render scene.json --set \"Open Parameter=0.5\" --set \"Render Side=Outside\"\n"
+    "  orbivane-render scene.json --downsample 2 --threads 4 -o proxy.png\n"
+    "  orbivane-render --list-params examples/opening.json\n"
+    "\n"
+    "Exit status: 0 done, 2 bad input (arguments, scene, values, files), 3 the effect module\n"
+    "could not be loaded, 4 the effect failed to render, 5 the picture could not be written.";
+
+}  // namespace
+
+FrameRange parseFrameRange(const std::string& text) {
+    FrameRange range;
+    const std::size_t dash = text.find('-');
+    bool ok;
+    if (dash == std::string::npos) {
+        ok = parseFrameNumber(text, range.first);
+        range.last = range.first;
+    } else {
+        ok = parseFrameNumber(text.substr(0, dash), range.first) &&
+             parseFrameNumber(text.substr(dash + 1), range.last);
+    }
+    if (!ok) throw badInput("frames \"" + text + "\": expected a frame number N or a range FIRST-LAST");
+    if (range.last < range.first)
+        throw badInput("frames \"" + text + "\": the last frame comes before the first");
+    return range;
+}
+
+ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
+    ParsedCommandLine parsed;
+    Options& o = parsed.options;
+    std::string frames, frame;
+    double time = 0;
+    int bit_depth = 0, downsample = 0;
+
+    CLI::App app(kDescription, "orbivane-render");
+    app.footer(kExamples);
+    app.add_option("scene", o.scene, "Scene file (JSON, see docs/scene-format.md); none: the demo");
+    app.add_option("-o,--output", o.output,
+                   "Output file; #### is replaced by the zero-padded frame number (needed for\n"
+                   "several frames). .png for 8/16 bits, .exr for 32 bits");
+    auto* frames_opt = app.add_option("--frames", frames, "Frame range FIRST-LAST (inclusive), e.g. 0-47");
+    auto* frame_opt = app.add_option("--frame", frame, "One frame number");
+    auto* time_opt = app.add_option("--time", time, "One frame at this composition time (seconds)");
+    frames_opt->excludes(frame_opt)->excludes(time_opt);
+    frame_opt->excludes(time_opt);
+    auto* depth_opt = app.add_option("-b,--bit-depth", bit_depth, "Bits per channel: 8, 16 or 32")
+                          ->check(CLI::IsMember({8, 16, 32}));
+    auto* ds_opt = app.add_option("-d,--downsample", downsample, "Proxy factor: 1 full, 2 half, ...")
+                       ->check(CLI::Range(1, 64));
+    app.add_option("-j,--threads", o.threads, "Render threads (0: all cores)")->check(CLI::Range(0, 256));
+    app.add_option("-s,--set", o.overrides,
+                   "Parameter override \"Name=value\" (repeatable): numbers, on/off, popup text,\n"
+                   "layer name or none, colours r,g,b (0-255), points x,y (pixels)");
+    app.add_option("-m,--module", o.module, "Effect module (default: $ORBIVANE_MODULE, then next to\n"
+                                             "this program, then the build's Orbivane.so)");
+    app.add_flag("--flatten", o.flatten, "Composite over the composition's background colour");
+    app.add_flag("--list-params", o.list_params, "List the effect's parameters and exit");
+    app.add_flag("--about", o.about, "Show the effect's about text and exit");
+    app.add_flag("-V,--version", o.version, "Show the program's and the effect's version and exit");
+    app.add_flag("-q,--quiet", o.quiet, "Print nothing but errors");
+    app.add_flag("--progress", o.progress, "Show the progress line even when not on a terminal");
+
+    try {
+        app.parse(argc, argv);
+        if (*frames_opt) o.frames = parseFrameRange(frames);
+        if (*frame_opt) {
+            o.frames = parseFrameRange(frame);
+            if (o.frames->first != o.frames->last)
+                throw badInput("--frame takes one frame number; use --frames for a range");
+        }
+        if (*time_opt) o.time = time;
+        if (*depth_opt) o.bit_depth = bit_depth;
+        if (*ds_opt) o.downsample = downsample;
+    } catch (const CLI::CallForHelp&) {
+        std::cout << app.help();
+        parsed.finished = true;
+        parsed.exit_code = kExitOk;
+    } catch (const CLI::ParseError& e) {
+        std::cerr << "orbivane-render: " << e.what() << "\n(see orbivane-render --help)\n";
+        parsed.finished = true;
+        parsed.exit_code = kExitBadInput;
+    } catch (const CliError& e) {
+        std::cerr << "orbivane-render: " << e.what() << "\n";
+        parsed.finished = true;
+        parsed.exit_code = e.code();
+    }
+    return parsed;
+}
+
+}  // namespace cli

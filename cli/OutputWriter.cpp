@@ -1,0 +1,37 @@
+#include "cli/OutputWriter.h"
+
+#include "cli/CliError.h"
+#include "host/ImageIO.h"
+
+#include <filesystem>
+#include <system_error>
+
+namespace cli {
+
+void flattenOver(host::Image& frame, const host::RGBA& background) {
+    for (host::RGBA& p : frame.pixels()) {
+        const float a = p.a, rest = 1.0f - p.a;
+        p.r = p.r * a + background.r * rest;
+        p.g = p.g * a + background.g * rest;
+        p.b = p.b * a + background.b * rest;
+        p.a = 1.0f;
+    }
+}
+
+void writeFrame(const host::Image& frame, const std::string& path, int bit_depth) {
+    const std::filesystem::path folder = std::filesystem::path(path).parent_path();
+    if (!folder.empty()) {
+        std::error_code ec;
+        std::filesystem::create_directories(folder, ec);
+        if (ec) throw CliError(kExitWriteFailed, "cannot create the folder " + folder.string() + ": " + ec.message());
+    }
+    host::SaveOptions options;
+    options.png_bits = bit_depth == 16 ? 16 : 8;
+    try {
+        host::saveImage(frame, path, options);
+    } catch (const std::exception& e) {
+        throw CliError(kExitWriteFailed, std::string("cannot write the picture: ") + e.what());
+    }
+}
+
+}  // namespace cli

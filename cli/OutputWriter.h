@@ -1,0 +1,19 @@
+#pragma once
+// Writes rendered frames: PNG at 8 or 16 bits, OpenEXR at 32, never a half-written file under
+// the final name.
+
+#include "host/Image.h"
+
+#include <string>
+
+namespace cli {
+
+// Composites a straight-alpha frame over an opaque colour (0..1 channels): the result is
+// opaque.
+void flattenOver(host::Image& frame, const host::RGBA& background);
+
+// Writes `frame` to `path` (creating missing folders). The file appears under its name only
+// when complete. Throws CliError (write failure) naming the file.
+void writeFrame(const host::Image& frame, const std::string& path, int bit_depth);
+
+}  // namespace cli
