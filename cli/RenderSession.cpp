@@ -32,7 +32,6 @@ std::string describeError(A_long err) { return "error " + std::to_string(err) + 
 
 RenderSession::RenderSession(const host::Scene& scene, const std::string& module_path, int threads)
     : host_(std::make_unique<host::Host>(sessionOptions(threads))) {
-    suites_ = std::make_unique<host::AegpSuites>(*host_);
     pixels_.preload(*scene.composition);
     host_->set_composition(scene.composition, scene.effect_layer_id);
     host_->set_layer_pixel_source(pixels_.source());

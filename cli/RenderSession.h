@@ -4,7 +4,6 @@
 // parameter values, ready to render frames.
 
 #include "cli/LayerPixels.h"
-#include "host/AegpSuites.h"
 #include "host/Host.h"
 #include "host/Image.h"
 #include "host/Scene.h"
@@ -34,7 +33,6 @@ public:
 private:
     LayerPixels pixels_;
     std::unique_ptr<host::Host> host_;
-    std::unique_ptr<host::AegpSuites> suites_;
 };
 
 // "error -1 (PF_Err_...)" for messages.
