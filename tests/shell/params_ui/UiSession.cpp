@@ -1,0 +1,137 @@
+#include "shell/params_ui/UiSession.h"
+
+#include <gtest/gtest.h>
+
+#include "AE_GeneralPlug.h"
+#include "host/AegpSuites.h"
+#include "shell/ParamIds.h"
+
+namespace ui_test {
+
+namespace {
+
+template <class Suite>
+const Suite* acquire(host::Host& session, const char* name, int version)
+{
+    const void* suite = nullptr;
+    EXPECT_EQ(session.pica_basic()->AcquireSuite(name, version, &suite), 0) << name;
+    return static_cast<const Suite*>(suite);
+}
+
+}  // namespace
+
+UiSession::UiSession(host::HostOptions options) : session(options)
+{
+    comp = std::make_shared<host::Composition>("Main", 640, 360, 25, 10);
+
+    host::Layer surface;
+    surface.name = "Surface";
+    surface.kind = host::LayerKind::Solid;
+    surface.source.name = "Gray Solid 1";
+    surface.source.width = 640;
+    surface.source.height = 360;
+    surface_id = comp->add_layer(surface).id;
+
+    // At 0 s its point (1, 1, 1) lies at (2, 4, -4), 6 px from the world origin; at 1 s at
+    // (-4, 6, 12), 14 px away.
+    host::Layer rig;
+    rig.name = "Rig";
+    rig.kind = host::LayerKind::Null;
+    rig.is_3d = true;
+    rig.transform.anchor = host::Vec3{0, 0, 0};
+    rig.transform.position.add_key(0.0, host::Vec3{1, 3, -5});
+    rig.transform.position.add_key(1.0, host::Vec3{-5, 5, 11});
+    rig_id = comp->add_layer(rig).id;
+
+    host::Layer nameless;
+    nameless.kind = host::LayerKind::Solid;
+    nameless.source.name = "Pivot Solid";
+    nameless.source.width = 100;
+    nameless.source.height = 100;
+    nameless_id = comp->add_layer(nameless).id;
+
+    session.set_composition(comp, surface_id);
+    session.load(ORBIVANE_MODULE_PATH);
+    EXPECT_EQ(session.sequence_setup(), PF_Err_NONE);
+}
+
+UiSession::~UiSession()
+{
+    if (session.loaded()) {
+        session.unload();
+    }
+}
+
+PF_Err UiSession::chooseControlLayer(int layer_id)
+{
+    session.set_param(PARAM_CONTROL_LAYER, host::ParamValue::layer(layer_id));
+    return session.user_changed_param(PARAM_CONTROL_LAYER);
+}
+
+PF_Err UiSession::chooseFalloff(int choice)
+{
+    session.set_param(PARAM_FALLOFF, host::ParamValue::number(choice));
+    return session.user_changed_param(PARAM_FALLOFF);
+}
+
+bool UiSession::disabled(PF_ParamIndex index)
+{
+    return (session.param_def(index).ui_flags & PF_PUI_DISABLED) != 0;
+}
+
+std::optional<std::string> UiSession::expression(PF_ParamIndex index)
+{
+    const std::string* text = session.aegp().effect_expression(index);
+    if (!text) {
+        return std::nullopt;
+    }
+    return *text;
+}
+
+AEGP_DynStreamFlags UiSession::dynamicFlags(PF_ParamIndex index)
+{
+    return session.aegp().effect_stream_flags(index);
+}
+
+double UiSession::streamValue(PF_ParamIndex index, double comp_seconds)
+{
+    const auto* iface = acquire<AEGP_PFInterfaceSuite1>(session, kAEGPPFInterfaceSuite,
+                                                        kAEGPPFInterfaceSuiteVersion1);
+    const auto* streams =
+        acquire<AEGP_StreamSuite4>(session, kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
+    const auto* effects =
+        acquire<AEGP_EffectSuite3>(session, kAEGPEffectSuite, kAEGPEffectSuiteVersion3);
+    double value = 0;
+    {
+        std::unique_ptr<host::RenderScope> scope = session.render_scope();
+        AEGP_EffectRefH effect = nullptr;
+        AEGP_StreamRefH stream = nullptr;
+        EXPECT_EQ(iface->AEGP_GetNewEffectForEffect(0, scope->effect_ref(), &effect), A_Err_NONE);
+        EXPECT_EQ(streams->AEGP_GetNewEffectStreamByIndex(0, effect, index, &stream), A_Err_NONE);
+        const A_Time time = {A_long(comp_seconds * 100), 100};
+        AEGP_StreamValue2 v{};
+        EXPECT_EQ(streams->AEGP_GetNewStreamValue(0, stream, AEGP_LTimeMode_CompTime, &time, false, &v),
+                  A_Err_NONE);
+        value = v.val.one_d;
+        streams->AEGP_DisposeStreamValue(&v);
+        streams->AEGP_DisposeStream(stream);
+        effects->AEGP_DisposeEffect(effect);
+    }
+    session.pica_basic()->ReleaseSuite(kAEGPEffectSuite, kAEGPEffectSuiteVersion3);
+    session.pica_basic()->ReleaseSuite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
+    session.pica_basic()->ReleaseSuite(kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1);
+    return value;
+}
+
+std::vector<std::size_t> positionsOf(const std::vector<std::string>& calls, const std::string& name)
+{
+    std::vector<std::size_t> positions;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        if (calls[i] == name) {
+            positions.push_back(i + 1);
+        }
+    }
+    return positions;
+}
+
+}  // namespace ui_test
