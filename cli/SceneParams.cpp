@@ -54,6 +54,16 @@ bool hasValue(PF_ParamType type) {
     throw badInput(path + ": " + problem);
 }
 
+// Runs a host call, reporting the host's refusal of the value under `path`.
+template <class Call>
+void hostChecked(const std::string& path, Call&& call) {
+    try {
+        call();
+    } catch (const host::HostError& e) {
+        fail(path, e.what());
+    }
+}
+
 const char* expectedFor(PF_ParamType type) {
     switch (type) {
         case PF_Param_LAYER: return "a layer name or none";
@@ -143,17 +153,15 @@ void applySceneParameters(host::Host& host, const std::vector<host::SceneParamet
                              (guess.empty() ? "" : " (did you mean \"" + guess + "\"?)") +
                              "; see --list-params");
         }
-        try {
-            if (p.animated()) {
-                for (std::size_t k = 0; k < p.keys.size(); ++k) {
-                    const std::string key_path = p.path + ".keys[" + std::to_string(k) + "]";
-                    host.add_param_key(index, p.keys[k].first, toParamValue(host, index, p.keys[k].second, key_path));
-                }
-            } else {
-                host.set_param(index, toParamValue(host, index, p.value, p.path));
+        if (p.animated()) {
+            for (std::size_t k = 0; k < p.keys.size(); ++k) {
+                const std::string key_path = p.path + ".keys[" + std::to_string(k) + "]";
+                const host::ParamValue v = toParamValue(host, index, p.keys[k].second, key_path);
+                hostChecked(key_path, [&] { host.add_param_key(index, p.keys[k].first, v); });
             }
-        } catch (const host::HostError& e) {
-            fail(p.path, e.what());
+        } else {
+            const host::ParamValue v = toParamValue(host, index, p.value, p.path);
+            hostChecked(p.path, [&] { host.set_param(index, v); });
         }
         if (host.params().is_supervised(index)) {
             const PF_Err err = host.user_changed_param(index);

@@ -1,0 +1,170 @@
+#include <gtest/gtest.h>
+
+#include "cli/CliError.h"
+#include "cli/ModuleLocator.h"
+#include "cli/Options.h"
+#include "cli/ParamOverride.h"
+#include "cli/SceneParams.h"
+
+#include <filesystem>
+#include <fstream>
+#include <vector>
+
+namespace {
+
+using Kind = host::SceneValue::Kind;
+
+cli::ParsedCommandLine parse(std::vector<const char*> args) {
+    args.insert(args.begin(), "orbivane-render");
+    return cli::parseCommandLine(static_cast<int>(args.size()), args.data());
+}
+
+TEST(FrameRangeText, AcceptsOneFrameOrAnInclusiveRange) {
+    cli::FrameRange r = cli::parseFrameRange("12");
+    EXPECT_EQ(r.first, 12);
+    EXPECT_EQ(r.last, 12);
+    r = cli::parseFrameRange("0-47");
+    EXPECT_EQ(r.first, 0);
+    EXPECT_EQ(r.last, 47);
+    for (const char* bad : {"", "-", "3-", "-3", "a-b", "5-2", "1.5", "1-2-3", " 4", "9999999999"})
+        EXPECT_THROW(cli::parseFrameRange(bad), cli::CliError) << '"' << bad << '"';
+}
+
+TEST(CommandLine, ReadsEveryOption) {
+    cli::ParsedCommandLine p = parse({"scene.json", "-o", "out.####.png", "--frames", "3-9", "-b", "16", "-d", "2",
+                                      "-j", "3", "--set", "Open Parameter=0.5", "--set", "Render Side=Inside",
+                                      "--module", "/m.so", "--quiet", "--flatten"});
+    ASSERT_FALSE(p.finished);
+    const cli::Options& o = p.options;
+    EXPECT_EQ(o.scene, "scene.json");
+    EXPECT_EQ(o.output, "out.####.png");
+    ASSERT_TRUE(o.frames);
+    EXPECT_EQ(o.frames->first, 3);
+    EXPECT_EQ(o.frames->last, 9);
+    EXPECT_EQ(o.bit_depth, 16);
+    EXPECT_EQ(o.downsample, 2);
+    EXPECT_EQ(o.threads, 3);
+    ASSERT_EQ(o.overrides.size(), 2u);
+    EXPECT_EQ(o.overrides[1], "Render Side=Inside");
+    EXPECT_EQ(o.module, "/m.so");
+    EXPECT_TRUE(o.quiet);
+    EXPECT_TRUE(o.flatten);
+    EXPECT_FALSE(o.time);
+}
+
+TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
+    for (auto args : std::vector<std::vector<const char*>>{{"-b", "12"},
+                                                           {"-d", "0"},
+                                                           {"--frames", "4-2"},
+                                                           {"--frame", "1-3"},
+                                                           {"--frame", "2", "--frames", "1-3"},
+                                                           {"--time", "1", "--frame", "2"},
+                                                           {"--no-such-option"},
+                                                           {"a.json", "b.json"}}) {
+        cli::ParsedCommandLine p = parse(args);
+        EXPECT_TRUE(p.finished) << args[0];
+        EXPECT_EQ(p.exit_code, cli::kExitBadInput) << args[0];
+    }
+    cli::ParsedCommandLine help = parse({"--help"});
+    EXPECT_TRUE(help.finished);
+    EXPECT_EQ(help.exit_code, 0);
+}
+
+TEST(OverrideValues, ReadLikeTheSceneFilesJson) {
+    host::SceneValue v = cli::parseOverrideValue(" 0.5 ");
+    EXPECT_EQ(v.kind, Kind::Number);
+    EXPECT_DOUBLE_EQ(v.number, 0.5);
+    v = cli::parseOverrideValue("-1e2");
+    EXPECT_DOUBLE_EQ(v.number, -100);
+    EXPECT_EQ(cli::parseOverrideValue("On").number, 1);
+    EXPECT_EQ(cli::parseOverrideValue("false").number, 0);
+    EXPECT_EQ(cli::parseOverrideValue("None").kind, Kind::None);
+    v = cli::parseOverrideValue("200, 220,255");
+    ASSERT_EQ(v.kind, Kind::Numbers);
+    EXPECT_EQ(v.numbers, (std::vector<double>{200, 220, 255}));
+    v = cli::parseOverrideValue("[320, 180]");
+    EXPECT_EQ(v.numbers, (std::vector<double>{320, 180}));
+    // Not numbers after all: kept as text for popups and layer names.
+    for (const char* text : {"Both Sides", "1,2,3,4", "1,x", "nan", "12px", "Layer 1"}) {
+        v = cli::parseOverrideValue(text);
+        EXPECT_EQ(v.kind, Kind::Text) << text;
+        EXPECT_EQ(v.text, text);
+    }
+}
+
+TEST(OverrideArguments, SplitAtTheFirstEqualsAndReplaceTheScenesValue) {
+    host::SceneParameter p = cli::parseOverride("Fog Color = 1,2,3");
+    EXPECT_EQ(p.name, "Fog Color");
+    EXPECT_EQ(p.path, "--set Fog Color");
+    EXPECT_EQ(p.value.numbers.size(), 3u);
+    EXPECT_EQ(cli::parseOverride("Texture=a=b").value.text, "a=b");
+    EXPECT_THROW(cli::parseOverride("Open Parameter"), cli::CliError);
+    EXPECT_THROW(cli::parseOverride("=3"), cli::CliError);
+    EXPECT_THROW(cli::parseOverride("Open Parameter= "), cli::CliError);
+
+    std::vector<host::SceneParameter> params(2);
+    params[0].name = "Open Parameter";
+    params[0].keys.push_back({0.0, cli::parseOverrideValue("0")});
+    params[1].name = "Screw";
+    cli::applyOverrides({"Open Parameter=1.5"}, params);
+    ASSERT_EQ(params.size(), 2u);
+    EXPECT_EQ(params[0].name, "Screw");
+    EXPECT_EQ(params[1].name, "Open Parameter");
+    EXPECT_FALSE(params[1].animated());  // the keyframes went with the scene's value
+    EXPECT_DOUBLE_EQ(params[1].value.number, 1.5);
+}
+
+TEST(PopupChoices, MatchExactlyFirstThenIgnoringCase) {
+    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "Outside"), 3);
+    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "inside"), 2);
+    EXPECT_EQ(cli::popupChoice("Off|off|On", "off"), 2);
+    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "Side"), 0);
+    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", ""), 0);
+}
+
+class ModuleFiles : public ::testing::Test {
+protected:
+    void SetUp() override {
+        root = std::filesystem::temp_directory_path() / ("orbivane-locate-" + std::to_string(::getpid()));
+        std::filesystem::create_directories(root / "bin");
+    }
+    void TearDown() override { std::filesystem::remove_all(root); }
+    std::string touch(const std::string& name) {
+        std::ofstream(root / name) << "x";
+        return (root / name).string();
+    }
+    std::filesystem::path root;
+};
+
+TEST_F(ModuleFiles, ExplicitChoicesAreUsedAsGivenOrRefused) {
+    cli::ModuleSearch s;
+    s.program_dir = (root / "bin").string();
+    s.built_path = touch("built.so");
+    s.explicit_path = (root / "missing.so").string();
+    s.environment = touch("env.so");
+    try {
+        cli::locateModule(s);
+        FAIL() << "a missing --module fell back to another module";
+    } catch (const cli::CliError& e) {
+        EXPECT_EQ(e.code(), cli::kExitModuleFailed);
+        EXPECT_NE(std::string(e.what()).find("missing.so"), std::string::npos);
+    }
+    s.explicit_path.clear();
+    EXPECT_EQ(cli::locateModule(s), (root / "env.so").string());
+}
+
+TEST_F(ModuleFiles, SearchPrefersTheProgramsFolderThenItsParentThenTheBuild) {
+    cli::ModuleSearch s;
+    s.program_dir = (root / "bin").string();
+    s.built_path = touch("built.so");
+    EXPECT_EQ(cli::locateModule(s), (root / "built.so").string());
+    touch("Orbivane.so");
+    EXPECT_EQ(cli::locateModule(s), (root / "Orbivane.so").string());
+    touch("bin/Orbivane.so");
+    EXPECT_EQ(cli::locateModule(s), (root / "bin/Orbivane.so").string());
+    std::filesystem::remove_all(root);
+    std::filesystem::create_directories(root);
+    EXPECT_THROW(cli::locateModule(s), cli::CliError);
+}
+
+}  // namespace

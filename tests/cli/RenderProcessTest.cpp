@@ -1,0 +1,161 @@
+// orbivane-render run as a process: the demo, frame ranges, settings and overrides.
+
+#include <gtest/gtest.h>
+
+#include "CliRunner.h"
+#include "SmallScene.h"
+#include "host/ImageIO.h"
+
+#include <cmath>
+
+namespace {
+
+using clitest::CliRun;
+using clitest::runCli;
+using clitest::TempFolder;
+
+bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
+
+// Sum of absolute channel differences: 0 for identical pictures.
+double difference(const host::Image& a, const host::Image& b) {
+    double d = 0;
+    for (std::size_t i = 0; i < a.pixels().size(); ++i) {
+        const host::RGBA &p = a.pixels()[i], &q = b.pixels()[i];
+        d += std::fabs(p.r - q.r) + std::fabs(p.g - q.g) + std::fabs(p.b - q.b) + std::fabs(p.a - q.a);
+    }
+    return d;
+}
+
+TEST(DemoProcess, RendersTheBuiltInCompositionAndSaysWhere) {
+    TempFolder dir;
+    CliRun run = runCli(dir, {});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, "wrote orbivane-demo.png")) << run.out;
+    EXPECT_TRUE(contains(run.out, "1 frame in")) << run.out;
+    EXPECT_EQ(run.err, "");  // not a terminal: no progress line
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"orbivane-demo.png"}));
+    host::Image picture = host::loadImage((dir / "orbivane-demo.png").string());
+    ASSERT_EQ(picture.width(), 960);
+    ASSERT_EQ(picture.height(), 540);
+    // Flattened over the composition's dark background, and the surface covers part of it.
+    const host::RGBA corner = picture.at(0, 0);
+    EXPECT_EQ(corner.a, 1.0f);
+    int surface = 0;
+    for (const host::RGBA& p : picture.pixels())
+        if (std::fabs(p.r - corner.r) + std::fabs(p.g - corner.g) + std::fabs(p.b - corner.b) > 0.1) ++surface;
+    EXPECT_GT(surface, 960 * 540 / 10);
+    EXPECT_LT(surface, 960 * 540);
+}
+
+TEST(DemoProcess, QuietWritesTheSameFileSilently) {
+    TempFolder dir;
+    CliRun run = runCli(dir, {"--quiet", "-o", "demo.png"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_EQ(run.out, "");
+    EXPECT_EQ(run.err, "");
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"demo.png"}));
+}
+
+TEST(SceneProcess, FrameRangeFillsThePatternAndReportsTimes) {
+    TempFolder dir;
+    dir.write("small.json", clitest::smallScene(R"(, "Slide Texture": {"keys": [[0, 0], [1, 90]]})"));
+    CliRun run = runCli(dir, {"small.json", "--frames", "2-4", "-o", "out/f.####.png"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"small.json", "out/f.0002.png", "out/f.0003.png", "out/f.0004.png"}));
+    EXPECT_TRUE(contains(run.out, "wrote 3 frames, out/f.0002.png .. out/f.0004.png")) << run.out;
+    EXPECT_TRUE(contains(run.out, "3 frames in")) << run.out;
+    EXPECT_TRUE(contains(run.out, "per frame (min")) << run.out;
+    // The texture slides between frames, so the frames differ.
+    EXPECT_GT(difference(host::loadImage((dir / "out/f.0002.png").string()),
+                         host::loadImage((dir / "out/f.0004.png").string())), 1.0);
+}
+
+TEST(SceneProcess, ScenesOwnRangeAndDefaultNameAreUsed) {
+    TempFolder dir;
+    dir.write("orbit.json", clitest::smallScene("", R"({"frames": [8, 9]})"));
+    CliRun run = runCli(dir, {"orbit.json", "--progress"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"orbit.json", "orbit.0008.png", "orbit.0009.png"}));
+    EXPECT_TRUE(contains(run.err, "[0/2]")) << run.err;  // forced progress line
+    EXPECT_TRUE(contains(run.err, "frame 9")) << run.err;
+}
+
+TEST(SceneProcess, SingleFrameDepthAndDownsample) {
+    TempFolder dir;
+    dir.write("small.json", clitest::smallScene());
+    CliRun run = runCli(dir, {"small.json", "--frame", "3", "-b", "32", "-d", "2", "-j", "2", "-o", "f.##.exr"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"small.json", "f.03.exr"}));
+    host::Image half = host::loadImage((dir / "f.03.exr").string());
+    EXPECT_EQ(half.width(), 32);
+    EXPECT_EQ(half.height(), 24);
+
+    run = runCli(dir, {"small.json", "-b", "16", "-o", "deep.png"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    host::Image full = host::loadImage((dir / "deep.png").string());
+    EXPECT_EQ(full.width(), 64);
+    EXPECT_EQ(full.height(), 48);
+}
+
+TEST(SceneProcess, OverridesChangeThePictureAndTheListedValues) {
+    TempFolder dir;
+    dir.write("small.json", clitest::smallScene(R"(, "Open Parameter": 0)"));
+    ASSERT_EQ(runCli(dir, {"small.json", "-o", "closed.png"}).exit_code, 0);
+    CliRun run = runCli(dir, {"small.json", "--set", "Open Parameter=1.5", "-o", "open.png"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_GT(difference(host::loadImage((dir / "closed.png").string()), host::loadImage((dir / "open.png").string())),
+              1.0);
+
+    run = runCli(dir, {"small.json", "--list-params", "--set", "Open Parameter=1.5", "--set", "Render Side=outside",
+                       "--set", "Extension Side=1", "--set", "Fog Color=10,20,30", "--set", "Texture=none"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, "1.5")) << run.out;
+    EXPECT_TRUE(contains(run.out, "\"Outside\"")) << run.out;
+    EXPECT_TRUE(contains(run.out, "\"Head Side\"")) << run.out;
+    EXPECT_TRUE(contains(run.out, "10,20,30")) << run.out;
+    EXPECT_EQ(dir.files(), (std::set<std::string>{"small.json", "closed.png", "open.png"}));
+}
+
+TEST(Introspection, ListsParametersWithTheirState) {
+    TempFolder dir;
+    CliRun run = runCli(dir, {"--list-params"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    auto line_of = [&](const std::string& name) {
+        const std::size_t at = run.out.find(name);
+        return at == std::string::npos ? std::string() : run.out.substr(at, run.out.find('\n', at) - at);
+    };
+    EXPECT_TRUE(contains(line_of("Open Parameter"), "0 .. 2")) << run.out;
+    EXPECT_TRUE(contains(line_of("Falloff Radius"), "disabled")) << run.out;  // Falloff is None
+    EXPECT_TRUE(contains(line_of("dammy"), "hidden")) << run.out;
+    EXPECT_TRUE(contains(line_of("Render Side"), "Full|Inside|Outside")) << run.out;
+    EXPECT_TRUE(contains(line_of("Extensions"), "integer slider")) << run.out;
+    EXPECT_TRUE(dir.files().empty());
+}
+
+TEST(Introspection, AboutVersionAndHelp) {
+    TempFolder dir;
+    CliRun run = runCli(dir, {"--about"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, "Orbivane, v1.1.6")) << run.out;
+    run = runCli(dir, {"--version"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, "orbivane-render 1.1.6")) << run.out;
+    EXPECT_TRUE(contains(run.out, "effect Orbivane 1.1.6 (release, build 1)")) << run.out;
+    run = runCli(dir, {"--help"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, "Examples:")) << run.out;
+    EXPECT_TRUE(contains(run.out, "--frames")) << run.out;
+    EXPECT_TRUE(dir.files().empty());
+}
+
+TEST(ModuleChoice, EnvironmentAndOptionPickTheModule) {
+    TempFolder dir;
+    CliRun run = runCli(dir, {"--version"}, std::string("ORBIVANE_MODULE=") + ORBIVANE_MODULE_PATH);
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    EXPECT_TRUE(contains(run.out, ORBIVANE_MODULE_PATH)) << run.out;
+    run = runCli(dir, {"--version"}, "ORBIVANE_MODULE=/nowhere/Orbivane.so");
+    EXPECT_EQ(run.exit_code, 3);
+    EXPECT_TRUE(contains(run.err, "/nowhere/Orbivane.so")) << run.err;
+}
+
+}  // namespace
