@@ -17,6 +17,7 @@
 #include "host/Composition.h"
 #include "host/HandleHeap.h"
 #include "host/HostInternals.h"
+#include "host/LayerPixels.h"
 #include "host/ParamStore.h"
 #include "host/Pipl.h"
 
@@ -51,38 +52,6 @@ A_long scaledExtent(A_long full, const PF_RationalScale& s) {
     return static_cast<A_long>(std::ceil(double(full) * scaleOf(s) - 1e-9));
 }
 
-// Pixels of a layer when nothing better is plugged in: its source's solid colour, or its
-// checkerboard; everything else transparent.
-void fillFromSource(const Layer& layer, double, PF_PixelFormat format, double scale_x, double scale_y,
-                    PF_EffectWorld& world) {
-    const FootageSource& src = layer.source;
-    for (A_long j = 0; j < world.height; ++j) {
-        for (A_long i = 0; i < world.width; ++i) {
-            Color c{0, 0, 0, 0};
-            if (layer.has_source()) {
-                c = src.color;
-                if (src.pattern == GeneratedPattern::Checkerboard && src.cell > 0) {
-                    const int cx = int(std::floor((world.origin_x + i + 0.5) / scale_x)) / src.cell;
-                    const int cy = int(std::floor((world.origin_y + j + 0.5) / scale_y)) / src.cell;
-                    if ((cx + cy) % 2) c = src.color2;
-                }
-            }
-            dispatchPixelType(format, [&](auto tag) {
-                using Pixel = typename decltype(tag)::type;
-                Pixel& p = worldPixel<Pixel>(world, i, j);
-                ChannelSample s;
-                const double white = std::is_same<Pixel, PF_Pixel>::value ? 255.0
-                                     : std::is_same<Pixel, PF_Pixel16>::value ? 32768.0 : 1.0;
-                s.alpha = c.alpha * white;
-                s.red = c.red * white;
-                s.green = c.green * white;
-                s.blue = c.blue * white;
-                p = roundToPixel<Pixel>(s);
-            });
-        }
-    }
-}
-
 }  // namespace
 
 // Summed-area tables shared by every sample call on the same source world.
@@ -101,7 +70,8 @@ struct Host::SampleTables {
 };
 
 Host::Host(HostOptions options)
-    : options_(options), handles_(new HandleHeap), params_(new ParamStore), sample_tables_(new SampleTables) {
+    : options_(options), handles_(new HandleHeap), params_(new ParamStore),
+      layer_pixels_(new LayerPixels), sample_tables_(new SampleTables) {
     handles_->set_poison(options_.poison);
     handles_->set_counters(&counters_);
     handles_->make_current();
@@ -111,7 +81,7 @@ Host::Host(HostOptions options)
     core::setActiveHost(this);
     core::registerCoreSuites(registry_);
     aegp_.reset(new AegpSuites(*this));
-    pixel_source_ = fillFromSource;
+    pixel_source_ = layer_pixels_->source(*this);
 }
 
 Host::~Host() {

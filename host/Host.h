@@ -34,6 +34,7 @@ class AegpSuites;
 class Composition;
 struct Layer;
 class HandleHeap;
+class LayerPixels;
 class ParamStore;
 struct PiplInfo;
 
@@ -144,7 +145,10 @@ public:
     Composition* composition() { return comp_.get(); }
     const Layer* effect_layer() const;
     int effect_layer_id() const { return effect_layer_id_; }
+    // Layer pixels come from the composition's sources (image files, generated images,
+    // solids) through layer_pixels() unless a test plugs in its own hook.
     void set_layer_pixel_source(LayerPixelSource source) { pixel_source_ = std::move(source); }
+    LayerPixels& layer_pixels() { return *layer_pixels_; }
     // Resolves a layer id to the AEGP_LayerH the composition's suites hand out.
     void set_layer_handle_resolver(std::function<void*(int layer_id)> resolver) {
         layer_handle_ = std::move(resolver);
@@ -239,6 +243,7 @@ private:
 
     std::shared_ptr<Composition> comp_;
     int effect_layer_id_ = 0;
+    std::unique_ptr<LayerPixels> layer_pixels_;
     LayerPixelSource pixel_source_;
     std::function<void*(int)> layer_handle_;
 

@@ -11,4 +11,6 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/CoreSuites.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SmartRender.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CallContext.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/Host.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/LayerPixels.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Host.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/Session.cpp)
