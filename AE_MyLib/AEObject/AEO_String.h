@@ -41,7 +41,7 @@ public:
     bool append(const CharT* text, std::size_t n)
     {
         const std::size_t old_size = size();
-        if (!_chars.reserve(old_size + n + 1)) {
+        if (!reserveFor(old_size + n + 1)) {
             return false;
         }
         _chars.resize(old_size + n + 1, CharT(0));
@@ -53,6 +53,20 @@ public:
     }
     bool append(CharT c) { return append(&c, 1); }
 
+private:
+    // Grows geometrically so that text built a character at a time (UTF-16 to UTF-8) costs a
+    // few host allocations, not one per character; falls back to the exact need when the
+    // doubled block cannot be had.
+    bool reserveFor(std::size_t needed)
+    {
+        if (needed <= _chars.capacity()) {
+            return true;
+        }
+        const std::size_t doubled = 2 * _chars.capacity();
+        return (doubled > needed && _chars.reserve(doubled)) || _chars.reserve(needed);
+    }
+
+public:
     static std::size_t lengthOf(const CharT* text)
     {
         std::size_t n = 0;

@@ -78,6 +78,19 @@ TEST(String, AssignsAndAppendsWithATerminator)
     EXPECT_EQ(s.size(), 1u);
 }
 
+TEST(String, TextBuiltACharacterAtATimeCostsFewHostAllocations)
+{
+    fake::FakeHost host;
+    AEO::InData in_data(host.in());
+    AEO::String<char> s(&in_data);
+    for (int i = 0; i < 200; ++i) {
+        ASSERT_TRUE(s.append('a' + i % 26));
+    }
+    EXPECT_EQ(s.size(), 200u);
+    EXPECT_EQ(s.c_str()[199], 'a' + 199 % 26);
+    EXPECT_LE(host.handles_made, 10) << "storage grows geometrically";
+}
+
 TEST(String, WideStringsKeepTheirCodeUnits)
 {
     fake::FakeHost host;
