@@ -1,9 +1,22 @@
 #include "host/CallContext.h"
 
+#include "host/PixelWorld.h"
+#include "host/SamplerCache.h"
+
 namespace host {
 
 namespace {
 thread_local CallContext* t_current = nullptr;
+}
+
+CallContext::CallContext() : samplers_(new SamplerCache) {}
+
+// Out of line: the checkouts' worlds and the sampler cache are complete types only here.
+CallContext::~CallContext() = default;
+
+void CallContext::forget_samples(const void* data) {
+    if (data) samplers_->invalidate(data);
+    else samplers_->clear();
 }
 
 CallContext* CallContext::from(PF_ProgPtr effect_ref) {

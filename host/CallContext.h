@@ -18,6 +18,7 @@ namespace host {
 
 class Host;
 class OwnedWorld;
+class SamplerCache;
 
 struct LayerCheckout {
     PF_ParamIndex index = 0;
@@ -30,6 +31,11 @@ struct LayerCheckout {
 
 struct CallContext {
     static constexpr std::uint64_t kMagic = 0x4f5242564e484354ull;  // "ORBVNHCT"
+
+    CallContext();
+    ~CallContext();
+    CallContext(const CallContext&) = delete;
+    CallContext& operator=(const CallContext&) = delete;
 
     std::uint64_t magic = kMagic;
     Host* host = nullptr;
@@ -54,6 +60,13 @@ struct CallContext {
     std::mutex checkout_mutex;
     std::multimap<const PF_ParamDef*, ParamCheckout> param_checkouts;
 
+    // Area-sampling tables of the worlds this command samples. Per command, so forgetting them
+    // never pulls a table from under another render still sampling.
+    SamplerCache& samplers() { return *samplers_; }
+    // Call when the pixels at `data` change or are freed; null forgets every table (the effect
+    // may have written to any of its worlds, e.g. in iterate_generic).
+    void forget_samples(const void* data = nullptr);
+
     // effect_ref -> context; null (and no crash) for a foreign pointer.
     static CallContext* from(PF_ProgPtr effect_ref);
     // The command running on this thread (the module's call, a render scope, or the
@@ -63,6 +76,9 @@ struct CallContext {
     PF_ProgPtr effect_ref() { return reinterpret_cast<PF_ProgPtr>(this); }
     // True for the commands that run on a render thread.
     bool on_render_thread() const { return render; }
+
+private:
+    std::unique_ptr<SamplerCache> samplers_;
 };
 
 // Makes `context` the command running on this thread until destroyed, then restores the

@@ -66,7 +66,7 @@ PF_Err worldDispose(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("PF_DisposeWorld")) return err;
     CallContext* context = CallContext::from(effect_ref);
     if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
-    context->host->invalidate_sample_tables();
+    context->forget_samples(world->data);
     countRelease(Resource::World);
     return freeWorld(world);
 }

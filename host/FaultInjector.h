@@ -29,6 +29,7 @@ public:
     // Makes iterate_generic, PF_ABORT and PF_PROGRESS report a user cancel.
     void set_cancel(bool cancel) { cancel_.store(cancel); }
     bool cancel_requested() const { return cancel_.load(); }
+    const std::atomic<bool>* cancel_flag() const { return &cancel_; }
     // Remembers the name of every call (for a counting run).
     void set_recording(bool on);
     // Drops every rule and recorded name and restarts the call count.

@@ -7,19 +7,18 @@
 #include <cstring>
 #include <iostream>
 #include <map>
-#include <shared_mutex>
 #include <sstream>
-#include <tuple>
+#include <type_traits>
 
 #include "AE_EffectCBSuites.h"
 #include "host/AegpSuites.h"
-#include "host/AreaSampler.h"
 #include "host/Composition.h"
 #include "host/HandleHeap.h"
 #include "host/HostInternals.h"
 #include "host/LayerPixels.h"
 #include "host/ParamStore.h"
 #include "host/Pipl.h"
+#include "host/SamplerCache.h"
 
 namespace host {
 
@@ -54,24 +53,9 @@ A_long scaledExtent(A_long full, const PF_RationalScale& s) {
 
 }  // namespace
 
-// Summed-area tables shared by every sample call on the same source world.
-struct Host::SampleTables {
-    struct Key {
-        const void* data;
-        A_long width, height, rowbytes;
-        PF_PixelFormat format;
-        bool operator<(const Key& o) const {
-            return std::tie(data, width, height, rowbytes, format) <
-                   std::tie(o.data, o.width, o.height, o.rowbytes, o.format);
-        }
-    };
-    std::shared_mutex mutex;
-    std::map<Key, std::shared_ptr<const AreaSampler>> tables;
-};
-
 Host::Host(HostOptions options)
     : options_(options), handles_(new HandleHeap), params_(new ParamStore),
-      layer_pixels_(new LayerPixels), sample_tables_(new SampleTables) {
+      layer_pixels_(new LayerPixels) {
     handles_->set_poison(options_.poison);
     handles_->set_counters(&counters_);
     handles_->make_current();
@@ -187,7 +171,7 @@ void Host::finish_context(CallContext& context) {
     for (const auto& entry : context.param_checkouts)
         message("param " + std::to_string(entry.second.index) + " checked out and never checked in");
     context.param_checkouts.clear();  // frees the pixels; the counters keep the leak
-    if (!context.layer_checkouts.empty() || context.output) invalidate_sample_tables();
+    context.forget_samples();
     for (auto& entry : context.layer_checkouts)
         if (entry.second.fetched && entry.second.world) countRelease(Resource::LayerCheckout, "checkout id " + std::to_string(entry.first));
     context.layer_checkouts.clear();
@@ -264,48 +248,54 @@ A_Err Host::check_project_call(PF_ProgPtr effect_ref) const {
     return A_Err_NONE;
 }
 
-// --- Sampling ---
+// --- Sampling and iteration ---
 
-void Host::invalidate_sample_tables() {
-    std::unique_lock<std::shared_mutex> lock(sample_tables_->mutex);
-    sample_tables_->tables.clear();
+PF_Err Host::sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y, const PF_SampPB* params,
+                    void* dst) {
+    CallContext* context = CallContext::from(effect_ref);
+    if (!context) return PF_Err_BAD_CALLBACK_PARAM;
+    const PF_Quality quality = context->in_data.quality;
+    auto run = [&](auto* pixel) -> PF_Err {
+        using Pixel = std::remove_pointer_t<decltype(pixel)>;
+        if (kind == 2) return sampleArea<Pixel>(context->samplers(), quality, x, y, params, pixel);
+        if (kind == 1) return sampleSubpixel<Pixel>(quality, x, y, params, pixel);
+        return sampleNearest<Pixel>(x, y, params, pixel);
+    };
+    if (depth == 32) return run(static_cast<PF_PixelFloat*>(dst));
+    if (depth == 16) return run(static_cast<PF_Pixel16*>(dst));
+    return run(static_cast<PF_Pixel*>(dst));
 }
 
-PF_Err Host::sample(PF_ProgPtr, int depth, int kind, PF_Fixed x, PF_Fixed y, const PF_SampPB* params, void* dst) {
-    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_EffectWorld& src = *params->src;
-    const PF_PixelFormat format = worldPixelFormat(src);
-    const PF_PixelFormat wanted = depth == 32 ? PF_PixelFormat_ARGB128
-                                  : depth == 16 ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32;
-    if (format != wanted) return PF_Err_BAD_CALLBACK_PARAM;
-    if (options_.quality == PF_Quality_LO) kind = 0;
+namespace {
 
-    std::shared_ptr<const AreaSampler> sampler;
-    if (kind == 2) {
-        const SampleTables::Key key{src.data, src.width, src.height, src.rowbytes, format};
-        {
-            std::shared_lock<std::shared_mutex> lock(sample_tables_->mutex);
-            auto it = sample_tables_->tables.find(key);
-            if (it != sample_tables_->tables.end()) sampler = it->second;
-        }
-        if (!sampler) {
-            try {
-                sampler = std::make_shared<const AreaSampler>(src, format);
-            } catch (const std::bad_alloc&) {
-                return PF_Err_OUT_OF_MEMORY;
-            }
-            std::unique_lock<std::shared_mutex> lock(sample_tables_->mutex);
-            sample_tables_->tables.emplace(key, sampler);
-        }
+// Hands the command of the calling thread on to the pool's workers, so suite calls made from
+// the callback see the command they belong to.
+struct CommandForwarding {
+    void* refcon;
+    IterateFunc fn;
+    CallContext* command;
+
+    static PF_Err run(void* self, A_long thread_index, A_long i, A_long iterations) {
+        auto* f = static_cast<CommandForwarding*>(self);
+        if (CallContext::current() == f->command) return f->fn(f->refcon, thread_index, i, iterations);
+        CurrentCommand running(f->command);
+        return f->fn(f->refcon, thread_index, i, iterations);
     }
-    dispatchPixelType(format, [&](auto tag) {
-        using Pixel = typename decltype(tag)::type;
-        Pixel& out = *static_cast<Pixel*>(dst);
-        if (kind == 2) out = sampler->sample<Pixel>(x, y, params->x_radius, params->y_radius);
-        else if (kind == 1) out = bilinearSample<Pixel>(src, x, y);
-        else out = nearestSample<Pixel>(src, x, y);
-    });
-    return PF_Err_NONE;
+};
+
+}  // namespace
+
+PF_Err Host::iterate(A_long iterations, void* refcon, IterateFunc fn) {
+    if (!fn) return PF_Err_BAD_CALLBACK_PARAM;
+    CallContext* command = CallContext::current();
+    // The effect may have written to any of its worlds since it last sampled them.
+    if (command) command->forget_samples();
+    IterateOptions options;
+    options.cancel = faults_.cancel_flag();
+    CommandForwarding forwarding{refcon, fn, command};
+    if (options_.threads <= 0) return iterate_generic(iterations, &forwarding, CommandForwarding::run, options);
+    std::call_once(pool_started_, [this] { pool_.reset(new IterationPool(unsigned(options_.threads))); });
+    return pool_->iterate(iterations, &forwarding, CommandForwarding::run, options);
 }
 
 // --- Parameters ---

@@ -25,6 +25,7 @@
 #include "host/CallContext.h"
 #include "host/PixelWorld.h"
 #include "host/FaultInjector.h"
+#include "host/IterateGeneric.h"
 #include "host/ResourceCounters.h"
 #include "host/SuiteRegistry.h"
 
@@ -47,7 +48,7 @@ public:
 struct HostOptions {
     A_short api_major = 13;  // effect API version reported in in_data->version
     A_short api_minor = 29;  // 13.1 exercises the module's pre-CS6 branch
-    int threads = 0;         // iterate_generic workers; 0: min(cores, 32)
+    int threads = 0;         // iterate_generic threads, the caller's included; 0: min(cores, 32)
     bool strict_render_thread = false;  // project-changing AEGP calls fail during renders
     bool poison = true;      // fill new handles and uncleared worlds with a non-zero pattern
     PF_Quality quality = PF_Quality_HI;
@@ -217,10 +218,14 @@ public:
     A_Err check_project_call(PF_ProgPtr effect_ref) const;
     // True while GLOBAL_SETUP runs (the only time AEGP_RegisterWithAEGP is allowed).
     bool registering() const { return registering_; }
-    // Called by iterate_generic: the effect may have written to any world.
-    void invalidate_sample_tables();
+    // One sample of `params->src` for the sampling callbacks: `depth` 8, 16 or 32 selects the
+    // pixel type of `dst`, `kind` 0 nearest, 1 subpixel, 2 area. Tables are the command's.
     PF_Err sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y,
                   const PF_SampPB* params, void* dst);
+    // iterate_generic on the host's pool: HostOptions::threads threads, or the shared pool;
+    // the command of the calling thread is the command of every worker; the fault injector's
+    // cancel switch stops it with PF_Interrupt_CANCEL.
+    PF_Err iterate(A_long iterations, void* refcon, IterateFunc fn);
 
 private:
     friend class RenderScope;
@@ -266,8 +271,8 @@ private:
     std::vector<std::string> messages_;
     std::vector<std::string> command_log_;
 
-    struct SampleTables;
-    std::unique_ptr<SampleTables> sample_tables_;
+    std::once_flag pool_started_;
+    std::unique_ptr<IterationPool> pool_;  // only with HostOptions::threads set
 };
 
 // Symbolic name of a PF_Err / A_Err / SPErr code ("PF_Err_OUT_OF_MEMORY", ...).

@@ -24,12 +24,5 @@ SPBasicSuite* picaBasicSuite();
 // Registers the world, sampling, param utils and utility suites.
 void registerCoreSuites(SuiteRegistry& registry);
 
-// Runs fn for i in 0..iterations-1 on `threads` threads (0 is the caller), handing indices out
-// dynamically; returns the first error and starts no iteration after it.
-PF_Err iterateGeneric(int threads, A_long iterations, void* refcon,
-                      PF_Err (*fn)(void* refcon, A_long thread_index, A_long i, A_long iterations),
-                      bool cancel);
-int defaultThreadCount();
-
 }  // namespace core
 }  // namespace host

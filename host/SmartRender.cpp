@@ -98,7 +98,7 @@ PF_Err checkinLayerPixels(PF_ProgPtr effect_ref, A_long checkout_id) {
     auto it = context->layer_checkouts.find(checkout_id);
     if (it == context->layer_checkouts.end() || !it->second.fetched) return PF_Err_BAD_CALLBACK_PARAM;
     if (it->second.world) {
-        context->host->invalidate_sample_tables();
+        context->forget_samples(it->second.world->get().data);
         countRelease(Resource::LayerCheckout, "checkout id " + std::to_string(checkout_id));
         it->second.world.reset();
     }

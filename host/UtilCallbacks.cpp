@@ -110,7 +110,7 @@ PF_Err disposeWorldLegacy(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("dispose_world")) return err;
     CallContext* context = CallContext::from(effect_ref);
     if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
-    context->host->invalidate_sample_tables();
+    context->forget_samples(world->data);
     countRelease(Resource::World);
     return freeWorld(world);
 }
@@ -143,12 +143,11 @@ PF_Err utilBeginEndSampling(PF_ProgPtr, PF_Quality, PF_ModeFlags, PF_SampPB*) { 
 PF_Err utilIterateGeneric(A_long iterations, void* refcon,
                           PF_Err (*fn)(void* refcon, A_long thread_index, A_long i, A_long iterations)) {
     if (PF_Err err = HOST_FAULT_POINT("iterate_generic")) return err;
-    Host* host = activeHost();
+    // No effect_ref here: the session is the one of the command running on this thread.
+    CallContext* command = CallContext::current();
+    Host* host = command ? command->host : activeHost();
     if (!host || !fn) return PF_Err_BAD_CALLBACK_PARAM;
-    // The effect may have written to any world since the last sample.
-    host->invalidate_sample_tables();
-    int threads = host->options().threads > 0 ? host->options().threads : defaultThreadCount();
-    return iterateGeneric(threads, iterations, refcon, fn, host->faults().cancel_requested());
+    return host->iterate(iterations, refcon, fn);
 }
 
 // --- Interaction callbacks. ---
@@ -291,7 +290,7 @@ PF_Err interCheckinParam(PF_ProgPtr effect_ref, PF_ParamDef* param) {
         record = it->second;
         context->param_checkouts.erase(it);
     }
-    if (record.world) context->host->invalidate_sample_tables();
+    if (record.world) context->forget_samples(record.world->get().data);
     countRelease(Resource::ParamCheckout, "param " + std::to_string(record.index));
     return PF_Err_NONE;
 }
@@ -312,47 +311,6 @@ PF_InteractCallbacks interactCallbacks() {
     inter.progress = interProgress;
     inter.register_ui = interRegisterUi;
     return inter;
-}
-
-int defaultThreadCount() {
-    const unsigned cores = std::thread::hardware_concurrency();
-    return static_cast<int>(std::min(32u, std::max(1u, cores)));
-}
-
-PF_Err iterateGeneric(int threads, A_long iterations, void* refcon,
-                      PF_Err (*fn)(void* refcon, A_long thread_index, A_long i, A_long iterations), bool cancel) {
-    if (!fn) return PF_Err_BAD_CALLBACK_PARAM;
-    if (cancel) return PF_Interrupt_CANCEL;
-    threads = std::max(1, threads);
-    // Once per processor: one call per thread, told the thread count.
-    const bool per_thread = iterations == PF_Iterations_ONCE_PER_PROCESSOR;
-    if (per_thread) iterations = threads;
-    if (iterations < 0) return PF_Err_BAD_CALLBACK_PARAM;
-    if (iterations == 0) return PF_Err_NONE;
-    const int workers = static_cast<int>(std::min<A_long>(threads, iterations));
-
-    std::atomic<A_long> next{0};
-    std::atomic<PF_Err> first_error{PF_Err_NONE};
-    auto work = [&](A_long thread_index) {
-        for (;;) {
-            if (first_error.load() != PF_Err_NONE) return;
-            const A_long i = per_thread ? thread_index : next.fetch_add(1);
-            if (i >= iterations) return;
-            const PF_Err err = fn(refcon, thread_index, i, iterations);
-            if (err != PF_Err_NONE) {
-                PF_Err none = PF_Err_NONE;
-                first_error.compare_exchange_strong(none, err);
-                return;
-            }
-            if (per_thread) return;
-        }
-    };
-    std::vector<std::thread> pool;
-    pool.reserve(workers - 1);
-    for (int t = 1; t < workers; ++t) pool.emplace_back(work, t);
-    work(0);  // thread index 0 is the caller's thread
-    for (std::thread& t : pool) t.join();
-    return first_error.load();
 }
 
 }  // namespace core

@@ -107,4 +107,48 @@ TEST(IterateGeneric, ZeroIterationsCallsNothing) {
     EXPECT_EQ(scope->in_data()->utils->iterate_generic(0, nullptr, never), PF_Err_NONE);
 }
 
+// Workers run inside the caller's command: suite calls from them reach the same session and
+// the same strict render-thread rule as the caller.
+TEST(IterateGeneric, WorkersRunInsideTheCallersCommand) {
+    host::HostOptions options;
+    options.threads = 4;
+    host::Host session(options);
+    auto scope = session.render_scope();
+    struct Seen {
+        host::CallContext* expected;
+        std::atomic<int> outside{0};
+    } seen{&scope->context()};
+    auto check = [](void* refcon, A_long, A_long, A_long) -> PF_Err {
+        auto* s = static_cast<Seen*>(refcon);
+        if (host::CallContext::current() != s->expected) ++s->outside;
+        return PF_Err_NONE;
+    };
+    ASSERT_EQ(scope->in_data()->utils->iterate_generic(64, &seen, check), PF_Err_NONE);
+    EXPECT_EQ(seen.outside.load(), 0);
+    // The shared pool (no thread count of the host's own) forwards the command too.
+    host::Host shared;
+    auto shared_scope = shared.render_scope();
+    seen.expected = &shared_scope->context();
+    ASSERT_EQ(shared_scope->in_data()->utils->iterate_generic(64, &seen, check), PF_Err_NONE);
+    EXPECT_EQ(seen.outside.load(), 0);
+    EXPECT_EQ(host::CallContext::current(), &shared_scope->context());
+}
+
+TEST(IterateGeneric, CancelAndInjectedFaultsStopIt) {
+    host::Host session;
+    auto scope = session.render_scope();
+    std::atomic<int> calls{0};
+    auto count = [](void* refcon, A_long, A_long, A_long) -> PF_Err {
+        ++*static_cast<std::atomic<int>*>(refcon);
+        return PF_Err_NONE;
+    };
+    session.faults().set_cancel(true);
+    EXPECT_EQ(scope->in_data()->utils->iterate_generic(100, &calls, count), PF_Interrupt_CANCEL);
+    EXPECT_EQ(calls.load(), 0);
+    session.faults().set_cancel(false);
+    session.faults().fail_every("iterate_generic", PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(scope->in_data()->utils->iterate_generic(100, &calls, count), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(calls.load(), 0);
+}
+
 }  // namespace
