@@ -14,6 +14,27 @@
 namespace host {
 namespace core {
 
+PF_Err newModuleWorld(PF_ProgPtr effect_ref, A_long width, A_long height, PF_PixelFormat format, bool clear,
+                      PF_EffectWorld* world) {
+    CallContext* context = CallContext::from(effect_ref);
+    if (!context || !world) return PF_Err_BAD_CALLBACK_PARAM;
+    if (!isSupportedFormat(format) || width < 0 || height < 0) return PF_Err_BAD_CALLBACK_PARAM;
+    std::shared_ptr<OwnedWorld> made = context->host->new_world(width, height, format, clear, true);
+    if (!made) return PF_Err_OUT_OF_MEMORY;
+    *world = made->get();
+    made->get() = PF_EffectWorld{};  // the module owns it until it disposes of it
+    countAcquire(Resource::World);
+    return PF_Err_NONE;
+}
+
+PF_Err disposeModuleWorld(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
+    CallContext* context = CallContext::from(effect_ref);
+    if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
+    context->forget_samples(world->data);
+    countRelease(Resource::World);
+    return freeWorld(world);
+}
+
 namespace {
 
 
@@ -51,24 +72,12 @@ SPErr spUndefined() { return A_Err_GENERIC; }
 PF_Err worldNew(PF_ProgPtr effect_ref, A_long width, A_long height, PF_Boolean clear, PF_PixelFormat format,
                 PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("PF_NewWorld")) return err;
-    CallContext* context = CallContext::from(effect_ref);
-    if (!context || !world) return PF_Err_BAD_CALLBACK_PARAM;
-    if (!isSupportedFormat(format) || width < 0 || height < 0) return PF_Err_BAD_CALLBACK_PARAM;
-    std::shared_ptr<OwnedWorld> made = context->host->new_world(width, height, format, clear != 0, true);
-    if (!made) return PF_Err_OUT_OF_MEMORY;
-    *world = made->get();
-    made->get() = PF_EffectWorld{};  // the module owns it until PF_DisposeWorld
-    countAcquire(Resource::World);
-    return PF_Err_NONE;
+    return newModuleWorld(effect_ref, width, height, format, clear != 0, world);
 }
 
 PF_Err worldDispose(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("PF_DisposeWorld")) return err;
-    CallContext* context = CallContext::from(effect_ref);
-    if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
-    context->forget_samples(world->data);
-    countRelease(Resource::World);
-    return freeWorld(world);
+    return disposeModuleWorld(effect_ref, world);
 }
 
 PF_Err worldPixelFormatOf(const PF_EffectWorld* world, PF_PixelFormat* format) {

@@ -21,6 +21,11 @@ void clearActiveHost(Host* host);
 PF_UtilCallbacks* utilCallbacks();
 PF_InteractCallbacks interactCallbacks();
 SPBasicSuite* picaBasicSuite();
+// Worlds the module makes and frees itself (PF World Suite and the legacy utils block alike):
+// writeable, counted, and their sampling tables forgotten when freed.
+PF_Err newModuleWorld(PF_ProgPtr effect_ref, A_long width, A_long height, PF_PixelFormat format, bool clear,
+                      PF_EffectWorld* world);
+PF_Err disposeModuleWorld(PF_ProgPtr effect_ref, PF_EffectWorld* world);
 // Registers the world, sampling, param utils and utility suites.
 void registerCoreSuites(SuiteRegistry& registry);
 

@@ -94,25 +94,13 @@ PF_Err resizeHandle(A_u_longlong new_size, PF_Handle* handle) {
 PF_Err newWorldLegacy(PF_ProgPtr effect_ref, A_long width, A_long height, PF_NewWorldFlags flags,
                       PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("new_world")) return err;
-    CallContext* context = CallContext::from(effect_ref);
-    if (!context || !world) return PF_Err_BAD_CALLBACK_PARAM;
     const PF_PixelFormat format = (flags & PF_NewWorldFlag_DEEP_PIXELS) ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32;
-    std::shared_ptr<OwnedWorld> made =
-        context->host->new_world(width, height, format, (flags & PF_NewWorldFlag_CLEAR_PIXELS) != 0, true);
-    if (!made) return PF_Err_OUT_OF_MEMORY;
-    *world = made->get();
-    made->get() = PF_EffectWorld{};  // ownership passes to the module until dispose_world
-    countAcquire(Resource::World);
-    return PF_Err_NONE;
+    return newModuleWorld(effect_ref, width, height, format, (flags & PF_NewWorldFlag_CLEAR_PIXELS) != 0, world);
 }
 
 PF_Err disposeWorldLegacy(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
     if (PF_Err err = HOST_FAULT_POINT("dispose_world")) return err;
-    CallContext* context = CallContext::from(effect_ref);
-    if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
-    context->forget_samples(world->data);
-    countRelease(Resource::World);
-    return freeWorld(world);
+    return disposeModuleWorld(effect_ref, world);
 }
 
 // --- Sampling through the legacy utils block (8 and 16 bits). ---
