@@ -3,3 +3,9 @@ add_executable(frame_bench ${CMAKE_CURRENT_LIST_DIR}/FrameBench.cpp)
 target_link_libraries(frame_bench PRIVATE orbivane_core orbivane_host benchmark::benchmark)
 target_include_directories(frame_bench PRIVATE ${PROJECT_SOURCE_DIR})
 orbivane_warnings(frame_bench)
+
+# One frame rendered once, for callgrind, with a checksum of the output pixels.
+add_executable(frame_profile ${CMAKE_CURRENT_LIST_DIR}/FrameProfile.cpp)
+target_link_libraries(frame_profile PRIVATE orbivane_core orbivane_host)
+target_include_directories(frame_profile PRIVATE ${PROJECT_SOURCE_DIR})
+orbivane_warnings(frame_profile)
