@@ -159,3 +159,20 @@ TEST(ModuleChoice, EnvironmentAndOptionPickTheModule) {
 }
 
 }  // namespace
+
+namespace {
+
+TEST(Examples, EveryExampleSceneRenders) {
+    int scenes = 0;
+    for (const auto& entry : std::filesystem::directory_iterator(ORBIVANE_SOURCE_DIR "/examples")) {
+        if (entry.path().extension() != ".json") continue;
+        ++scenes;
+        TempFolder dir;
+        CliRun run = runCli(dir, {entry.path().string(), "--downsample", "4", "-o", "x.png"});
+        EXPECT_EQ(run.exit_code, 0) << entry.path() << "\n" << run.err;
+        EXPECT_EQ(dir.files(), (std::set<std::string>{"x.png"})) << entry.path();
+    }
+    EXPECT_GE(scenes, 7);
+}
+
+}  // namespace
