@@ -5,7 +5,12 @@
 #include <cstdio>
 #include <string>
 
+#include "host/ImageIO.h"
 #include "host/Session.h"
+
+#include <algorithm>
+#include <fstream>
+#include <unistd.h>
 
 namespace host {
 namespace {
@@ -94,6 +99,57 @@ TEST(SceneSession, BadParameterValuesAreNamedWithTheirPathAndRange) {
     EXPECT_NE(refusal(R"({"Source": "Nowhere"})").find("no layer named \"Nowhere\""), std::string::npos);
     EXPECT_NE(refusal(R"({"Gain": "loud"})").find("\"Gain\" expects a number"), std::string::npos);
     EXPECT_NE(refusal(R"({"Source": 2})").find("expects a layer name or null"), std::string::npos);
+}
+
+// A scene file on disk with an image footage layer, a camera and two lights: the module reads
+// its parameters, the footage through its layer parameter, the camera and the lights.
+class SceneFile : public ::testing::Test {
+protected:
+    void SetUp() override {
+        char pattern[] = "/tmp/orbivane-scene-XXXXXX";
+        ASSERT_NE(::mkdtemp(pattern), nullptr);
+        dir = pattern;
+        Image texture(2, 2, RGBA{0, 0, 0, 1});
+        texture.at(0, 0) = RGBA{0.4f, 0, 0, 1};  // what the module shows as green
+        saveImage(texture, dir + "/tex.png");
+        std::ofstream(dir + "/scene.json") << R"({
+  "composition": {"width": 8, "height": 6, "frame_rate": 25, "duration": 2},
+  "layers": [
+    {"name": "Cam", "type": "camera", "camera": {"zoom": 800}},
+    {"name": "Key", "type": "light", "light": {"type": "point", "intensity": 80}},
+    {"name": "Fill", "type": "light", "light": {"type": "ambient", "intensity": {"keys": [[0, 20], [1, 40]]}}},
+    {"type": "footage", "source": {"file": "tex.png"}, "video": false},
+    {"name": "Base", "type": "solid", "source": {"width": 4, "height": 3, "color": [0, 0, 255]},
+     "effect": {"parameters": {"Gain": 40, "Source": "tex.png"}}}
+  ],
+  "render": {"time": 0.5}
+})";
+        std::remove(HOST_TEST_MODULE_PATH ".pipl");
+    }
+    void TearDown() override {
+        std::remove((dir + "/tex.png").c_str());
+        std::remove((dir + "/scene.json").c_str());
+        ::rmdir(dir.c_str());
+    }
+    std::string dir;
+};
+
+TEST_F(SceneFile, RendersInAllThreeDepthsReadingParametersLayersCameraAndLights) {
+    Session session(dir + "/scene.json", HOST_TEST_MODULE_PATH);
+    EXPECT_EQ(session.times(), std::vector<double>{0.5});
+    for (short depth : {8, 16, 32}) {
+        RenderResult frame = session.host().render({0.5, depth, 1, {}});
+        ASSERT_EQ(frame.err, PF_Err_NONE) << depth << " " << frame.return_msg;
+        ASSERT_TRUE(frame.rendered);
+        // The fill light's intensity is 30 half-way between its keys.
+        EXPECT_EQ(frame.return_msg, "camera zoom 800.0; 2 lights, intensity 110.0") << depth;
+        const PF_PixelFloat p = pixel(frame, 0, 0);
+        const double step = depth == 8 ? 1.0 / 255 : depth == 16 ? 1.0 / 32768 : 1e-6;
+        EXPECT_NEAR(p.red, 0.4, step) << depth;    // Gain 40 %, truncated
+        EXPECT_NEAR(p.green, 0.4, step) << depth;  // the footage file's top-left pixel
+        EXPECT_FLOAT_EQ(p.blue, 1.0f) << depth;
+    }
+    EXPECT_EQ(session.host().unload(), "");  // every stream, value and suite given back
 }
 
 }  // namespace
