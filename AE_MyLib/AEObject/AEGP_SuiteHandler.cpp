@@ -1,10 +1,7 @@
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
 
-#include <cstring>
-
-AEGP_SuiteHandler::AEGP_SuiteHandler(const SPBasicSuite* pica_basicP) : i_pica_basicP(pica_basicP)
+AEGP_SuiteHandler::AEGP_SuiteHandler(const SPBasicSuite* pica_basicP) : i_pica_basicP(pica_basicP), i_suites()
 {
-    std::memset(&i_suites, 0, sizeof(i_suites));
 }
 
 AEGP_SuiteHandler::~AEGP_SuiteHandler() { ReleaseAllSuites(); }

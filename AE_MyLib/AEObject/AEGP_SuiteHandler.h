@@ -2,8 +2,11 @@
 
 // Lazy access to the host's suites, in the shape effect code expects from the SDK's utility
 // class: one const accessor per suite, acquiring on first use and caching the pointer. The
-// cache is written without a lock; threads racing on a first use all store the same pointer.
+// cache is written without a lock: threads racing on a first use each acquire the suite, the
+// first to store its pointer keeps it, and the others give their own acquisition back.
 // A suite that cannot be acquired raises MissingSuiteError(), which throws a PF_Err.
+
+#include <atomic>
 
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
@@ -39,21 +42,21 @@ private:
     AEGP_SuiteHandler& operator=(const AEGP_SuiteHandler&);  // not assignable
 
     struct Suites {
-        PF_Sampling8Suite1* sampling8;
-        PF_Sampling16Suite1* sampling16;
-        PF_SamplingFloatSuite1* sampling_float;
-        PF_ParamUtilsSuite3* param_utils;
-        AEGP_UtilitySuite5* utility;
-        AEGP_PFInterfaceSuite1* pf_interface;
-        AEGP_LayerSuite6* layer;
-        AEGP_StreamSuite4* stream;
-        AEGP_DynamicStreamSuite4* dynamic_stream;
-        AEGP_CompSuite5* comp;
-        AEGP_ItemSuite8* item;
-        AEGP_CameraSuite2* camera;
-        AEGP_LightSuite2* light;
-        AEGP_EffectSuite3* effect;
-        AEGP_MemorySuite1* memory;
+        std::atomic<PF_Sampling8Suite1*> sampling8;
+        std::atomic<PF_Sampling16Suite1*> sampling16;
+        std::atomic<PF_SamplingFloatSuite1*> sampling_float;
+        std::atomic<PF_ParamUtilsSuite3*> param_utils;
+        std::atomic<AEGP_UtilitySuite5*> utility;
+        std::atomic<AEGP_PFInterfaceSuite1*> pf_interface;
+        std::atomic<AEGP_LayerSuite6*> layer;
+        std::atomic<AEGP_StreamSuite4*> stream;
+        std::atomic<AEGP_DynamicStreamSuite4*> dynamic_stream;
+        std::atomic<AEGP_CompSuite5*> comp;
+        std::atomic<AEGP_ItemSuite8*> item;
+        std::atomic<AEGP_CameraSuite2*> camera;
+        std::atomic<AEGP_LightSuite2*> light;
+        std::atomic<AEGP_EffectSuite3*> effect;
+        std::atomic<AEGP_MemorySuite1*> memory;
     };
 
     // The suite's function table, acquired now; MissingSuiteError() when it cannot be had.
@@ -63,12 +66,18 @@ private:
     [[noreturn]] void MissingSuiteError() const;
 
     template <class SuiteT>
-    SuiteT* cached(SuiteT*& slot, const char* name, int32 version) const
+    SuiteT* cached(std::atomic<SuiteT*>& slot, const char* name, int32 version) const
     {
-        if (!slot) {
-            slot = static_cast<SuiteT*>(LoadSuite(name, version));
+        SuiteT* suite = slot.load(std::memory_order_acquire);
+        if (!suite) {
+            SuiteT* loaded = static_cast<SuiteT*>(LoadSuite(name, version));
+            if (slot.compare_exchange_strong(suite, loaded, std::memory_order_acq_rel)) {
+                return loaded;
+            }
+            // Another thread cached the same suite first: one release per acquisition.
+            i_pica_basicP->ReleaseSuite(name, version);
         }
-        return slot;
+        return suite;
     }
 
     const SPBasicSuite* i_pica_basicP;
