@@ -15,6 +15,7 @@
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
+#include <memory>
 #include <unistd.h>
 
 #ifndef ORBIVANE_BUILT_MODULE
@@ -70,7 +71,7 @@ host::RGBA backgroundOf(const host::Composition& comp) {
     return host::RGBA{float(c.red), float(c.green), float(c.blue), 1.0f};
 }
 
-void renderFrames(RenderSession& session, const host::Scene& scene, const JobPlan& plan, const Options& options) {
+void renderFrames(RenderSession& session, const host::Composition& comp, const JobPlan& plan, const Options& options) {
     const bool terminal = isatty(fileno(stderr)) != 0;
     Progress progress(plan.jobs.size(), !options.quiet && (terminal || options.progress));
     const bool flatten = options.flatten || options.scene.empty();
@@ -78,7 +79,7 @@ void renderFrames(RenderSession& session, const host::Scene& scene, const JobPla
         progress.beginFrame(job.frame);
         try {
             host::Image frame = session.render(job.seconds, plan.bit_depth, plan.downsample);
-            if (flatten) flattenOver(frame, backgroundOf(*scene.composition));
+            if (flatten) flattenOver(frame, backgroundOf(comp));
             writeFrame(frame, job.path, plan.bit_depth);
         } catch (const CliError& e) {
             progress.clear();
@@ -110,7 +111,9 @@ int run(const Options& options, const char* argv0) {
     JobPlan plan;
     if (!introspect) plan = planJobs(timingOf(scene), options, stemOf(options));
 
-    RenderSession session(scene, module, options.threads);
+    const std::shared_ptr<host::Composition> comp = scene.composition;
+    const double list_time = options.time.value_or(scene.render.time);
+    RenderSession session(std::move(scene), module, options.threads);
     if (options.version) {
         std::cout << kProgram << " " << ORBIVANE_VERSION << "\n"
                   << "effect " << session.host().effect_name() << " " << moduleVersion(session.host()) << "\n"
@@ -124,10 +127,10 @@ int run(const Options& options, const char* argv0) {
         return kExitOk;
     }
     if (options.list_params) {
-        std::cout << listParams(session.host(), options.time.value_or(scene.render.time));
+        std::cout << listParams(session.host(), list_time);
         return kExitOk;
     }
-    renderFrames(session, scene, plan, options);
+    renderFrames(session, *comp, plan, options);
     return kExitOk;
 }
 

@@ -1,7 +1,8 @@
 #include "cli/RenderSession.h"
 
 #include "cli/CliError.h"
-#include "cli/SceneParams.h"
+#include "host/ImageIO.h"
+#include "host/ParamStore.h"
 
 namespace cli {
 
@@ -14,7 +15,7 @@ host::HostOptions sessionOptions(int threads) {
     return options;
 }
 
-// Copies `world` (placed at `rect` in layer pixels) into `frame`.
+// Copies `rendered` (placed at `rect` in layer pixels) into `frame`.
 void place(const host::Image& rendered, const PF_LRect& rect, host::Image& frame) {
     for (int y = 0; y < rendered.height(); ++y) {
         const int fy = rect.top + y;
@@ -30,34 +31,34 @@ void place(const host::Image& rendered, const PF_LRect& rect, host::Image& frame
 
 std::string describeError(A_long err) { return "error " + std::to_string(err) + " (" + host::errorName(err) + ")"; }
 
-RenderSession::RenderSession(const host::Scene& scene, const std::string& module_path, int threads)
-    : host_(std::make_unique<host::Host>(sessionOptions(threads))) {
-    pixels_.preload(*scene.composition);
-    host_->set_composition(scene.composition, scene.effect_layer_id);
-    host_->set_layer_pixel_source(pixels_.source());
+RenderSession::RenderSession(host::Scene scene, const std::string& module_path, int threads) {
     try {
-        host_->load(module_path);
-    } catch (const std::exception& e) {
+        session_ = std::make_unique<host::Session>(std::move(scene), module_path, sessionOptions(threads));
+    } catch (const host::SceneError& e) {
+        throw badInput(e.what());
+    } catch (const host::ImageIOError& e) {
+        throw badInput(e.what());
+    } catch (const host::HostError& e) {
         throw CliError(kExitModuleFailed, "cannot load the effect module " + module_path + ": " + e.what());
     }
-    const PF_Err err = host_->sequence_setup();
-    if (err != PF_Err_NONE)
-        throw CliError(kExitModuleFailed, "the effect failed to set up: " + describeError(err));
-    applySceneParameters(*host_, scene.parameters);
+    announceSupervisedChanges();
 }
 
-RenderSession::~RenderSession() {
-    if (!host_->loaded()) return;
-    try {
-        host_->unload();
-    } catch (const std::exception&) {
-        // Ending anyway: nothing left to report to.
+void RenderSession::announceSupervisedChanges() {
+    host::Host& h = host();
+    for (const host::SceneParameter& p : session_->scene().parameters) {
+        const PF_ParamIndex index = h.params().find(p.name);
+        if (index <= 0 || !h.params().is_supervised(index)) continue;
+        const PF_Err err = h.user_changed_param(index);
+        if (err != PF_Err_NONE)
+            throw CliError(kExitModuleFailed, p.path + ": the effect refused the change: " + describeError(err));
     }
 }
 
 host::Image RenderSession::render(double seconds, int bit_depth, int downsample) {
+    host::Host& h = host();
     const PF_RationalScale scale{1, static_cast<A_u_long>(downsample)};
-    const PF_LRect bounds = host_->layer_bounds(host_->effect_layer_id(), scale, scale);
+    const PF_LRect bounds = h.layer_bounds(h.effect_layer_id(), scale, scale);
     host::Image frame(bounds.right - bounds.left, bounds.bottom - bounds.top);
 
     host::RenderRequest request;
@@ -66,8 +67,8 @@ host::Image RenderSession::render(double seconds, int bit_depth, int downsample)
     request.downsample = downsample;
     host::RenderResult result;
     try {
-        host_->set_time(seconds);
-        result = host_->render(request);
+        h.set_time(seconds);
+        result = h.render(request);
     } catch (const std::exception& e) {
         throw CliError(kExitRenderFailed, std::string("the render failed: ") + e.what());
     }

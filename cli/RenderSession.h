@@ -1,12 +1,12 @@
 #pragma once
-// One emulated After Effects session for a scene: the effect module loaded, the scene's
-// composition and layer pixels in place, the effect applied to its layer with the scene's
-// parameter values, ready to render frames.
+// The scene brought up in an emulated After Effects session for rendering: the module loaded,
+// the scene's parameters set, and every parameter the effect supervises announced as changed,
+// so its controls are in the state a user would see. Renders frames at any depth and
+// downsample.
 
-#include "cli/LayerPixels.h"
-#include "host/Host.h"
 #include "host/Image.h"
 #include "host/Scene.h"
+#include "host/Session.h"
 
 #include <memory>
 #include <string>
@@ -15,24 +15,21 @@ namespace cli {
 
 class RenderSession {
 public:
-    // Loads `module_path` with the scene's composition and sets the parameters. Throws
-    // CliError: module failure when the module cannot be loaded or set up, bad input for the
-    // scene's parameters and images.
-    RenderSession(const host::Scene& scene, const std::string& module_path, int threads);
-    ~RenderSession();
-    RenderSession(const RenderSession&) = delete;
-    RenderSession& operator=(const RenderSession&) = delete;
+    // Throws CliError: bad input for the scene's values and images, module failure when the
+    // module cannot be loaded or set up or refuses a change.
+    RenderSession(host::Scene scene, const std::string& module_path, int threads);
 
-    host::Host& host() { return *host_; }
+    host::Host& host() { return session_->host(); }
 
-    // Renders one frame of the effect layer at composition time `seconds`: straight RGBA, the
-    // layer's size at the downsample factor, transparent where the effect drew nothing.
-    // Throws CliError (render failure) when the effect returns an error.
+    // One frame of the effect layer at composition time `seconds`: straight RGBA, the layer's
+    // size at the downsample factor, transparent where the effect drew nothing. Throws
+    // CliError (render failure) when the effect returns an error.
     host::Image render(double seconds, int bit_depth, int downsample);
 
 private:
-    LayerPixels pixels_;
-    std::unique_ptr<host::Host> host_;
+    void announceSupervisedChanges();
+
+    std::unique_ptr<host::Session> session_;
 };
 
 // "error -1 (PF_Err_...)" for messages.

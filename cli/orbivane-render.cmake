@@ -5,8 +5,6 @@ add_library(orbivane_cli STATIC
   ${CMAKE_CURRENT_LIST_DIR}/Options.cpp
   ${CMAKE_CURRENT_LIST_DIR}/JobPlan.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParamOverride.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/SceneParams.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/LayerPixels.cpp
   ${CMAKE_CURRENT_LIST_DIR}/RenderSession.cpp
   ${CMAKE_CURRENT_LIST_DIR}/OutputWriter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Progress.cpp

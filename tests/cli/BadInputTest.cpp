@@ -63,13 +63,13 @@ TEST(BadFiles, MissingTextureImageIsNamed) {
 
 TEST(BadParameters, UnknownNamesSuggestTheClosestOne) {
     expectRefused({"scene name", {"typo.json", "-o", "x.png"}, 2,
-                   {"layers[1].effect.parameters.Open Paramter", "no parameter named \"Open Paramter\"",
-                    "did you mean \"Open Parameter\"", "--list-params"}},
+                   {"typo.json", "layers[1].effect.parameters.Open Paramter", "no parameter named \"Open Paramter\"",
+                    "\"Open Parameter\""}},
                   {{"typo.json", clitest::smallScene(R"(, "Open Paramter": 0.5)")}});
     expectRefused({"override name", {"small.json", "--set", "Screww=30", "-o", "x.png"}, 2,
-                   {"--set Screww", "did you mean \"Screw\""}});
+                   {"--set Screww", "\"Screw\""}});
     expectRefused({"nothing close", {"small.json", "--set", "Zebra Stripes=1", "-o", "x.png"}, 2,
-                   {"no parameter named \"Zebra Stripes\"; see --list-params"}});
+                   {"no parameter named \"Zebra Stripes\""}});
     expectRefused({"no equals", {"small.json", "--set", "Screw", "-o", "x.png"}, 2, {"Name=value"}});
 }
 
@@ -77,14 +77,14 @@ TEST(BadParameters, ValuesOutsideTheirRangeOrKind) {
     expectRefused({"slider range", {"small.json", "--set", "Open Parameter=5", "-o", "x.png"}, 2,
                    {"--set Open Parameter", "outside the valid range"}});
     expectRefused({"popup text", {"small.json", "--set", "Render Side=Sideways", "-o", "x.png"}, 2,
-                   {"\"Sideways\" is not one of \"Full\", \"Inside\", \"Outside\""}});
+                   {"no item \"Sideways\"", "\"Full\", \"Inside\", \"Outside\""}});
     expectRefused({"popup number", {"small.json", "--set", "Render Side=4", "-o", "x.png"}, 2, {"Render Side"}});
     expectRefused({"layer name", {"small.json", "--set", "Texture=Nobody", "-o", "x.png"}, 2,
                    {"no layer named \"Nobody\""}});
     expectRefused({"colour", {"small.json", "--set", "Fog Color=300,0,0", "-o", "x.png"}, 2, {"Fog Color"}});
     expectRefused({"kind", {"small.json", "--set", "Position XY=12", "-o", "x.png"}, 2,
-                   {"expected a point x,y"}});
-    expectRefused({"group", {"small.json", "--set", "Shading=1", "-o", "x.png"}, 2, {"group heading"}});
+                   {"Position XY", "expects a point"}});
+    expectRefused({"group", {"small.json", "--set", "Shading=1", "-o", "x.png"}, 2, {"Shading"}});
     expectRefused({"keyed value", {"keys.json", "-o", "x.png"}, 2,
                    {"layers[1].effect.parameters.Open Parameter.keys[1]", "outside the valid range"}},
                   {{"keys.json", clitest::smallScene(R"(, "Open Parameter": {"keys": [[0, 0], [1, 9]]})")}});

@@ -4,7 +4,6 @@
 #include "cli/ModuleLocator.h"
 #include "cli/Options.h"
 #include "cli/ParamOverride.h"
-#include "cli/SceneParams.h"
 
 #include <filesystem>
 #include <fstream>
@@ -112,14 +111,6 @@ TEST(OverrideArguments, SplitAtTheFirstEqualsAndReplaceTheScenesValue) {
     EXPECT_EQ(params[1].name, "Open Parameter");
     EXPECT_FALSE(params[1].animated());  // the keyframes went with the scene's value
     EXPECT_DOUBLE_EQ(params[1].value.number, 1.5);
-}
-
-TEST(PopupChoices, MatchExactlyFirstThenIgnoringCase) {
-    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "Outside"), 3);
-    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "inside"), 2);
-    EXPECT_EQ(cli::popupChoice("Off|off|On", "off"), 2);
-    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", "Side"), 0);
-    EXPECT_EQ(cli::popupChoice("Full|Inside|Outside", ""), 0);
 }
 
 class ModuleFiles : public ::testing::Test {

@@ -106,7 +106,7 @@ TEST(SceneProcess, OverridesChangeThePictureAndTheListedValues) {
     EXPECT_GT(difference(host::loadImage((dir / "closed.png").string()), host::loadImage((dir / "open.png").string())),
               1.0);
 
-    run = runCli(dir, {"small.json", "--list-params", "--set", "Open Parameter=1.5", "--set", "Render Side=outside",
+    run = runCli(dir, {"small.json", "--list-params", "--set", "Open Parameter=1.5", "--set", "Render Side=Outside",
                        "--set", "Extension Side=1", "--set", "Fog Color=10,20,30", "--set", "Texture=none"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
     EXPECT_TRUE(contains(run.out, "1.5")) << run.out;
