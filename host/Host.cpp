@@ -427,6 +427,17 @@ void Host::load(const std::string& module_path) {
         global_setup();
         params_setup();
     } catch (...) {
+        // A module refused after its global set-up still owns global data: set it down first.
+        if (global_data_) {
+            CallContext context;
+            prepare_context(context, PF_Cmd_GLOBAL_SETDOWN, 0, 8, 1);
+            try {
+                call(context, nullptr, nullptr, nullptr);
+            } catch (...) {
+            }
+            finish_context(context);
+            global_data_ = nullptr;
+        }
         entry_ = nullptr;
         ::dlclose(module_);
         module_ = nullptr;

@@ -36,27 +36,6 @@ bool acceptableLeak(const std::string& leaks, const Allowed& allowed) {
     return lines <= (allowed.may_leak ? 2 : 1);
 }
 
-// The emulated host abandons a module refused at parameter set-up without setting it down, so
-// the global data block (one locked handle) stays with the host. Only that may stay behind.
-bool globalDataKeptByHost(const LifetimeResult& run) {
-    if (run.loaded || run.steps.empty()) return false;
-    const std::string& refusal = run.steps.front().host_error;
-    return refusal.find("PARAMS_SETUP failed") != std::string::npos ||
-           refusal.find("parameter set refused") != std::string::npos;
-}
-
-std::string withoutGlobalData(const std::string& leaks) {
-    std::istringstream in(leaks);
-    std::string line, rest;
-    int handles = 0, locks = 0;
-    while (std::getline(in, line)) {
-        if (line.rfind("leaked 1 x handle (", 0) == 0 && handles++ == 0) continue;
-        if (line.rfind("leaked 1 x handle lock (", 0) == 0 && locks++ == 0) continue;
-        rest += line + "\n";
-    }
-    return rest;
-}
-
 std::string oneLine(std::string text) {
     for (char& c : text)
         if (c == '\n') c = ';';
@@ -120,7 +99,7 @@ std::string checkFaultedLifetime(const FaultPoint& point, PF_Err error, const Li
             problems << step.name << " returned " << host::errorName(step.err) << " (" << step.err << "); ";
         }
     }
-    const std::string leaks = globalDataKeptByHost(run) ? withoutGlobalData(run.leaks) : run.leaks;
+    const std::string& leaks = run.leaks;
     if (!acceptableLeak(leaks, point.allowed)) problems << "left behind: " << oneLine(leaks);
     return problems.str();
 }
@@ -147,8 +126,7 @@ std::string runWithPersistentFault(const std::string& name, unsigned timeout_sec
             std::ostringstream problems;
             for (const StepResult& step : run.steps)
                 if (escaped(step.host_error)) problems << step.name << ": " << step.host_error << "; ";
-            const std::string leaks = globalDataKeptByHost(run) ? withoutGlobalData(run.leaks) : run.leaks;
-            if (!isRelease(name) && !leaks.empty()) problems << "left behind: " << oneLine(leaks);
+            if (!isRelease(name) && !run.leaks.empty()) problems << "left behind: " << oneLine(run.leaks);
             return problems.str();
         },
         timeout_seconds);
