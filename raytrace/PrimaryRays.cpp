@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "math/PixelConvert.h"
+#include "raytrace/PixelCameraRays.h"
 #include "raytrace/Shading.h"
 
 using Vectormath::Aos::Matrix4;
@@ -19,10 +20,25 @@ constexpr A_long kRenderSideOutside = 3;
 constexpr int kCornerSamples[4] = {5, 6, 7, 8};
 constexpr int kSampleCount = 9;
 
+// Grid column and row (indices into kGridOffsets) of each sample of msaa_sampling_point.
+constexpr int kSampleGrid[kSampleCount][2] = {
+    {1, 1}, {0, 1}, {1, 2}, {2, 1}, {1, 0}, {0, 0}, {0, 2}, {2, 0}, {2, 2},
+};
+
+constexpr bool gridMatchesSamplingPoints()
+{
+    for (int i = 0; i < kSampleCount; ++i)
+        if (kGridOffsets[kSampleGrid[i][0]] != msaa_sampling_point[i][0] ||
+            kGridOffsets[kSampleGrid[i][1]] != msaa_sampling_point[i][1])
+            return false;
+    return true;
+}
+static_assert(gridMatchesSamplingPoints(), "every sample offset is one of the grid offsets");
+
 const PF_PixelFloat kTransparent = {0.0f, 0.0f, 0.0f, 0.0f};
 
-QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vector3& d, double ox,
-                             double oy, double oz, double C)
+inline QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vector3& d,
+                                    double ox, double oy, double oz, double C)
 {
     const double isx = info.inv_size_sq.getX();
     const double isy = info.inv_size_sq.getY();
@@ -31,6 +47,17 @@ QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vec
     const double A = dy * dy * isy + dx * dx * isx - dz * dz * isz;
     const double E = dy * oy * isy + dx * ox * isx - dz * oz * isz;
     return QuadricCrossing{A, -E, E * E - A * C};
+}
+
+inline QuadricCrossing crossingOfRay(const RenderInfoTemplate<Cylinder>& info, const Ray& ray)
+{
+    if (info.perspective)
+        return crossingFrom(info, ray.direction, info.eye_x, info.eye_y, info.eye_z,
+                            info.eye_implicit);
+    const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
+    const double C = oy * oy * info.inv_size_sq.getY() + ox * ox * info.inv_size_sq.getX() -
+                     oz * oz * info.inv_size_sq.getZ() - 1.0;
+    return crossingFrom(info, ray.direction, ox, oy, oz, C);
 }
 
 bool isHit(const QuadricCrossing& q) { return q.D >= 0.0; }
@@ -75,9 +102,8 @@ PF_PixelFloat shadeCrossing(const RenderInfoTemplate<Cylinder>& info, const Ray&
 Ray cameraRay(const RenderInfoTemplate<Cylinder>& info, int x, int y, float dx, float dy)
 {
     const Matrix4& m = info.camera_to_object;
-    const float sx = ((float(x) + dx) / float(info.downsample_x) - info.image_center[0]) *
-                     float(info.pixel_aspect);
-    const float sy = (float(y) + dy) / float(info.downsample_y) - info.image_center[1];
+    const float sx = screenX(info, x, dx);
+    const float sy = screenY(info, y, dy);
     const Vector3 eye(m.getCol3());
 
     Ray ray;
@@ -86,9 +112,7 @@ Ray cameraRay(const RenderInfoTemplate<Cylinder>& info, int x, int y, float dx, 
         ray.origin = Vector4(eye, 1.0f);
     } else {
         // Parallel rays start one largest radius behind the image plane.
-        const Vector3& size = info.size;
-        const float back =
-            std::max(std::max(std::fabs(size.getX()), std::fabs(size.getY())), std::fabs(size.getZ()));
+        const float back = parallelRayBackOff(info);
         ray.direction = normalize(Vector3(m * Vector3(0.0f, 0.0f, 1.0f)));
         ray.origin = Vector4(Vector3(m * Vector3(sx, sy, -back)) + eye, 1.0f);
     }
@@ -97,23 +121,19 @@ Ray cameraRay(const RenderInfoTemplate<Cylinder>& info, int x, int y, float dx, 
 
 QuadricCrossing crossingOf(const RenderInfoTemplate<Cylinder>& info, const Ray& ray)
 {
-    if (info.perspective)
-        return crossingFrom(info, ray.direction, info.eye_x, info.eye_y, info.eye_z,
-                            info.eye_implicit);
-    const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
-    const double C = oy * oy * info.inv_size_sq.getY() + ox * ox * info.inv_size_sq.getX() -
-                     oz * oz * info.inv_size_sq.getZ() - 1.0;
-    return crossingFrom(info, ray.direction, ox, oy, oz, C);
+    return crossingOfRay(info, ray);
 }
 
 double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& count, double& A,
                    double& B, double& D, Ray& ray)
 {
+    const PixelCameraRays rays(info, x, y);
+
     // Corners first: they settle the empty background and the surface's interior.
     int corner_hits = 0;
     for (int index : kCornerSamples) {
-        ray = cameraRay(info, x, y, msaa_sampling_point[index][0], msaa_sampling_point[index][1]);
-        const QuadricCrossing q = crossingOf(info, ray);
+        ray = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
+        const QuadricCrossing q = crossingOfRay(info, ray);
         A = q.A;
         B = q.B;
         D = q.D;
@@ -132,9 +152,8 @@ double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& 
     // A silhouette crosses the pixel: count all nine and keep the first hit's ray.
     bool have_hit = false;
     for (int index = 0; index < kSampleCount; ++index) {
-        const Ray sample =
-            cameraRay(info, x, y, msaa_sampling_point[index][0], msaa_sampling_point[index][1]);
-        const QuadricCrossing q = crossingOf(info, sample);
+        const Ray sample = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
+        const QuadricCrossing q = crossingOfRay(info, sample);
         if (index == 0) {
             ray = sample;
             A = q.A;
