@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <sstream>
+#include <vector>
 
 namespace cli {
 
@@ -116,30 +117,74 @@ const char* kindName(PF_ParamType type) {
     }
 }
 
+namespace {
+
+// The slider range users drag over, where it differs from what the parameter accepts.
+std::string sliderRange(const PF_ParamDef& def) {
+    switch (def.param_type) {
+        case PF_Param_FIX_SLIDER:
+            return number(def.u.fd.slider_min / kFixedOne) + " .. " + number(def.u.fd.slider_max / kFixedOne);
+        case PF_Param_SLIDER:
+            return std::to_string(def.u.sd.slider_min) + " .. " + std::to_string(def.u.sd.slider_max);
+        case PF_Param_FLOAT_SLIDER:
+            return number(def.u.fs_d.slider_min) + " .. " + number(def.u.fs_d.slider_max);
+        default: return "";
+    }
+}
+
+std::string precisionOf(const PF_ParamDef& def) {
+    if (def.param_type == PF_Param_FIX_SLIDER) return std::to_string(def.u.fd.precision);
+    if (def.param_type == PF_Param_FLOAT_SLIDER) return std::to_string(def.u.fs_d.precision);
+    return "";
+}
+
+// The flags the effect chooses (the host itself adds hold interpolation to every checkbox).
+std::string flagsOf(const PF_ParamDef& def) {
+    std::string flags;
+    if (def.flags & PF_ParamFlag_SUPERVISE) flags += "supervise ";
+    if (def.flags & PF_ParamFlag_COLLAPSE_TWIRLY) flags += "collapsed ";
+    if (!flags.empty()) flags.pop_back();
+    return flags;
+}
+
+void printRow(std::ostringstream& out, const std::string& index, const std::string& name, const std::string& kind,
+              const std::string& range, const std::string& slider, const std::string& dflt,
+              const std::string& value, const std::string& precision, const std::string& id,
+              const std::string& flags, const std::string& state) {
+    char line[640];
+    std::snprintf(line, sizeof line, "%-3s %-30s %-14s %-34s %-16s %-13s %-13s %-4s %-4s %-20s %s\n", index.c_str(),
+                  name.c_str(), kind.c_str(), range.c_str(), slider.c_str(), dflt.c_str(), value.c_str(),
+                  precision.c_str(), id.c_str(), flags.c_str(), state.c_str());
+    out << line;
+}
+
+}  // namespace
+
 std::string listParams(host::Host& host, double seconds) {
     std::ostringstream out;
-    char line[512];
-    std::snprintf(line, sizeof line, "%-3s %-28s %-15s %-36s %-14s %-14s %s\n", "#", "Name", "Kind", "Range",
-                  "Default", "Value", "State");
-    out << line;
-    int depth = 0;
+    printRow(out, "#", "Name", "Kind", "Range", "Slider", "Default", "Value", "Prec", "Id", "Flags", "State");
+    // Index 0 is the layer the effect is applied to; the host supplies it.
+    printRow(out, "0", "(input layer)", "layer", "", "", "", "", "", "", "", "");
+    std::vector<std::string> open_groups;
     for (PF_ParamIndex i = 1; i < host.num_params(); ++i) {
         const PF_ParamDef& def = host.param_def(i);
+        const std::string index = std::to_string(i);
+        const std::string id = std::to_string(def.uu.id);
         if (def.param_type == PF_Param_GROUP_END) {
-            if (depth > 0) --depth;
+            const std::string group = open_groups.empty() ? std::string() : open_groups.back();
+            if (!open_groups.empty()) open_groups.pop_back();
+            const std::string name = std::string(2 * open_groups.size(), ' ') + "(end of \"" + group + "\")";
+            printRow(out, index, name, "group end", "", "", "", "", "", id, flagsOf(def), uiState(def));
             continue;
         }
-        const std::string name = std::string(2 * depth, ' ') + def.PF_DEF_NAME;
+        const std::string name = std::string(2 * open_groups.size(), ' ') + def.PF_DEF_NAME;
         if (def.param_type == PF_Param_GROUP_START) {
-            std::snprintf(line, sizeof line, "%-3d %-28s %-15s %-36s %-14s %-14s %s\n", i, name.c_str(), "group", "",
-                          "", "", uiState(def));
-            ++depth;
-        } else {
-            std::snprintf(line, sizeof line, "%-3d %-28s %-15s %-36s %-14s %-14s %s\n", i, name.c_str(),
-                          kindName(def.param_type), range(def).c_str(), defaultOf(def).c_str(),
-                          valueOf(host, i, seconds).c_str(), uiState(def));
+            printRow(out, index, name, "group", "", "", "", "", "", id, flagsOf(def), uiState(def));
+            open_groups.push_back(def.PF_DEF_NAME);
+            continue;
         }
-        out << line;
+        printRow(out, index, name, kindName(def.param_type), range(def), sliderRange(def), defaultOf(def),
+                 valueOf(host, i, seconds), precisionOf(def), id, flagsOf(def), uiState(def));
     }
     return out.str();
 }

@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include "CliRunner.h"
 #include "SmallScene.h"
 #include "host/ImageIO.h"
@@ -129,6 +131,12 @@ TEST(Introspection, ListsParametersWithTheirState) {
     EXPECT_TRUE(contains(line_of("dammy"), "hidden")) << run.out;
     EXPECT_TRUE(contains(line_of("Render Side"), "Full|Inside|Outside")) << run.out;
     EXPECT_TRUE(contains(line_of("Extensions"), "integer slider")) << run.out;
+    EXPECT_TRUE(contains(line_of("Radius Scale"), "0 .. 255")) << "slider range: " << run.out;
+    EXPECT_TRUE(contains(line_of("Control Layer"), "supervise")) << run.out;
+    // Every parameter is listed, the input layer and the ends of the topics included.
+    EXPECT_TRUE(contains(run.out, "(input layer)")) << run.out;
+    EXPECT_TRUE(contains(line_of("(end of \"Open Cylinder\")"), "13")) << "shares its start's id";
+    EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1 + 57) << run.out;
     EXPECT_TRUE(dir.files().empty());
 }
 
