@@ -19,11 +19,20 @@ constexpr PF_Fixed kMaxSampleRadius = 128 * 65536;  // 8388608
 
 // value x 65536 rounded half away from zero. Results beyond the 32-bit range saturate;
 // NaN gives the most negative value, as the processor's own conversion does.
+// Runs for every sample position and radius, so it rounds inline rather than through the
+// library's round(): within the 32-bit range, truncation and the fractional part it leaves
+// are both exact, which makes this the same rounding.
 inline PF_Fixed roundToFixed(double value) {
-    const double scaled = std::round(value * fixed16::kOne);
+    const double scaled = value * fixed16::kOne;
+    // Everything at or below -2^31 rounds to at most -2^31.
     if (!(scaled > -2147483648.0)) return PF_Fixed_MINVAL;
-    if (scaled > 2147483647.0) return PF_Fixed_MAXVAL;
-    return static_cast<PF_Fixed>(scaled);
+    // Everything from 2^31 - 1/2 up rounds to at least 2^31.
+    if (scaled >= 2147483647.5) return PF_Fixed_MAXVAL;
+    const long long whole = static_cast<long long>(scaled);  // towards zero
+    const double fraction = scaled - static_cast<double>(whole);
+    if (fraction >= 0.5) return static_cast<PF_Fixed>(whole + 1);
+    if (fraction <= -0.5) return static_cast<PF_Fixed>(whole - 1);
+    return static_cast<PF_Fixed>(whole);
 }
 
 // A radius in pixels as a 16.16 value for the samplers: rounded, then held to

@@ -30,6 +30,23 @@ TEST(RoundToFixed, HalvesRoundAwayFromZero) {
     EXPECT_EQ(roundToFixed(10.0 + 0.5 * kUnit), 655361);
 }
 
+TEST(RoundToFixed, JustBelowAHalfRoundsDown) {
+    // The largest double below 1/2 (in 16.16 units): adding 0.5 would round it up to 1.
+    const double below_half = 0.49999999999999994;
+    EXPECT_EQ(roundToFixed(below_half * kUnit), 0);
+    EXPECT_EQ(roundToFixed(-below_half * kUnit), 0);
+    EXPECT_EQ(roundToFixed((4194304.0 + 0.5) * kUnit), 4194305);
+    EXPECT_EQ(roundToFixed(-(4194304.0 + 0.5) * kUnit), -4194305);
+}
+
+TEST(RoundToFixed, EdgesOfTheRange) {
+    EXPECT_EQ(roundToFixed(2147483647.49 * kUnit), 2147483647);
+    EXPECT_EQ(roundToFixed(2147483647.5 * kUnit), PF_Fixed_MAXVAL);
+    EXPECT_EQ(roundToFixed(-2147483647.49 * kUnit), -2147483647);
+    EXPECT_EQ(roundToFixed(-2147483647.5 * kUnit), PF_Fixed_MINVAL);
+    EXPECT_EQ(roundToFixed(-2147483648.4 * kUnit), PF_Fixed_MINVAL);
+}
+
 TEST(RoundToFixed, BelowHalfRoundsToNearest) {
     EXPECT_EQ(roundToFixed(0.49 * kUnit), 0);
     EXPECT_EQ(roundToFixed(-0.49 * kUnit), 0);
