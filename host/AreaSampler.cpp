@@ -69,6 +69,54 @@ int AreaSampler::splitAxis(double lo, double hi, A_long count, Span spans[3]) {
     return n;
 }
 
+namespace {
+
+// Sum over one block from its four table corners (top-left, top-right, bottom-left,
+// bottom-right). With integer sources every term is an integer and the sum is exact.
+inline double blockSum(double v00, double v01, double v10, double v11) {
+    return v11 - v10 - v01 + v00;
+}
+
+// The same for float sources, whose tables carry rounding noise: a sum within `noise`
+// (relative) of the corners' magnitude is taken as zero.
+inline double blockSumSnapped(double v00, double v01, double v10, double v11, double noise) {
+    const double sum = blockSum(v00, v01, v10, v11);
+    if (std::fabs(sum) <= noise * (std::fabs(v00) + std::fabs(v01) + std::fabs(v10) + std::fabs(v11)))
+        return 0.0;
+    return sum;
+}
+
+}  // namespace
+
+template <bool kSnapNoise>
+AreaSampler::Sums AreaSampler::weightedBlocks(const Span* xs, int nx, const Span* ys, int ny) const {
+    // Rounding noise of a table entry, relative to its magnitude (float sources only).
+    const double noise = kSnapNoise ? (width_ + height_ + 4) * DBL_EPSILON : 0.0;
+    auto sum = [noise](double v00, double v01, double v10, double v11) {
+        return kSnapNoise ? blockSumSnapped(v00, v01, v10, v11, noise) : blockSum(v00, v01, v10, v11);
+    };
+    // Blocks in row-major order, each weighted by its overlap; the order fixes the rounding.
+    Sums total{0.0, 0.0, 0.0, 0.0};
+    for (int b = 0; b < ny; ++b) {
+        const A_long top = ys[b].first;
+        const A_long bottom = ys[b].last + 1;
+        for (int a = 0; a < nx; ++a) {
+            const A_long left = xs[a].first;
+            const A_long right = xs[a].last + 1;
+            const Sums& v00 = corner(left, top);
+            const Sums& v01 = corner(right, top);
+            const Sums& v10 = corner(left, bottom);
+            const Sums& v11 = corner(right, bottom);
+            const double w = xs[a].weight * ys[b].weight;
+            total.alpha += w * sum(v00.alpha, v01.alpha, v10.alpha, v11.alpha);
+            total.red += w * sum(v00.red, v01.red, v10.red, v11.red);
+            total.green += w * sum(v00.green, v01.green, v10.green, v11.green);
+            total.blue += w * sum(v00.blue, v01.blue, v10.blue, v11.blue);
+        }
+    }
+    return total;
+}
+
 ChannelSample AreaSampler::boxAverage(double cx, double cy, double rx, double ry) const {
     if (table_.empty() || !(rx > 0.0) || !(ry > 0.0)) return ChannelSample{};
     Span xs[3];
@@ -77,38 +125,9 @@ ChannelSample AreaSampler::boxAverage(double cx, double cy, double rx, double ry
     const int ny = nx ? splitAxis(cy - ry, cy + ry, height_, ys) : 0;
     if (nx == 0 || ny == 0) return ChannelSample{};
 
-    // Table entries at the span boundaries: (nx + 1) x (ny + 1) of them.
-    A_long bx[4];
-    A_long by[4];
-    bx[0] = xs[0].first;
-    by[0] = ys[0].first;
-    for (int a = 0; a < nx; ++a) bx[a + 1] = xs[a].last + 1;
-    for (int b = 0; b < ny; ++b) by[b + 1] = ys[b].last + 1;
-    const Sums* grid[4][4];
-    for (int b = 0; b <= ny; ++b)
-        for (int a = 0; a <= nx; ++a) grid[b][a] = &corner(bx[a], by[b]);
-
-    // Rounding noise of a table entry, relative to its magnitude (float sources only).
-    const double noise = snap_noise_ ? (width_ + height_ + 4) * DBL_EPSILON : 0.0;
-    auto blockChannel = [&](double Sums::*ch, int a, int b) {
-        const double v00 = grid[b][a]->*ch, v01 = grid[b][a + 1]->*ch;
-        const double v10 = grid[b + 1][a]->*ch, v11 = grid[b + 1][a + 1]->*ch;
-        const double sum = v11 - v10 - v01 + v00;
-        if (noise > 0.0 && std::fabs(sum) <= noise * (std::fabs(v00) + std::fabs(v01) + std::fabs(v10) + std::fabs(v11)))
-            return 0.0;
-        return sum;
-    };
-
-    Sums total{0.0, 0.0, 0.0, 0.0};
-    for (int b = 0; b < ny; ++b) {
-        for (int a = 0; a < nx; ++a) {
-            const double w = xs[a].weight * ys[b].weight;
-            total.alpha += w * blockChannel(&Sums::alpha, a, b);
-            total.red += w * blockChannel(&Sums::red, a, b);
-            total.green += w * blockChannel(&Sums::green, a, b);
-            total.blue += w * blockChannel(&Sums::blue, a, b);
-        }
-    }
+    // The spans tile the box, so block (a, b) runs from the table entry at its own first
+    // pixel to the one past its last pixel.
+    const Sums total = snap_noise_ ? weightedBlocks<true>(xs, nx, ys, ny) : weightedBlocks<false>(xs, nx, ys, ny);
 
     ChannelSample out;
     out.alpha = total.alpha / (4.0 * rx * ry);

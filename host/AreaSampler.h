@@ -126,7 +126,9 @@ private:
     void buildTable(const PF_EffectWorld& world);
     // Sums over pixels x < i, y < j (0 <= i <= width, 0 <= j <= height).
     const Sums& corner(A_long i, A_long j) const { return table_[static_cast<std::size_t>(j) * (width_ + 1) + i]; }
-    Sums blockSum(const Span& xs, const Span& ys) const;
+    // Sum of every block (xs[a], ys[b]) times its overlap weight.
+    template <bool kSnapNoise>
+    Sums weightedBlocks(const Span* xs, int nx, const Span* ys, int ny) const;
     static int splitAxis(double lo, double hi, A_long count, Span spans[3]);
 
     A_long width_ = 0;
