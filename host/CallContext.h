@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "AE_Effect.h"
+#include "host/CallTally.h"
 
 namespace host {
 
@@ -67,6 +68,10 @@ struct CallContext {
     // may have written to any of its worlds, e.g. in iterate_generic).
     void forget_samples(const void* data = nullptr);
 
+    // The host entry points this command called, by name (see host/RenderCallLog.h).
+    CallTally& calls() { return calls_; }
+    const CallTally& calls() const { return calls_; }
+
     // effect_ref -> context; null (and no crash) for a foreign pointer.
     static CallContext* from(PF_ProgPtr effect_ref);
     // The command running on this thread (the module's call, a render scope, or the
@@ -79,6 +84,7 @@ struct CallContext {
 
 private:
     std::unique_ptr<SamplerCache> samplers_;
+    CallTally calls_;
 };
 
 // Makes `context` the command running on this thread until destroyed, then restores the

@@ -59,9 +59,4 @@ void FaultInjector::release_current() {
     g_current.compare_exchange_strong(self, nullptr);
 }
 
-std::int32_t faultPoint(const char* name) {
-    FaultInjector* injector = FaultInjector::current();
-    return injector ? injector->hit(name) : 0;
-}
-
 }  // namespace host

@@ -61,7 +61,9 @@ private:
     std::vector<std::string> recorded_;
 };
 
-// Counts a call on the active injector; 0 when no session is active.
+// What every host entry point does first (host/EntryGate.cpp): counts the call in the running
+// command's call log, asks the active injector for a failure, then applies the strict
+// render-thread rule by name. Returns the error to answer with, or 0.
 std::int32_t faultPoint(const char* name);
 
 }  // namespace host

@@ -116,6 +116,11 @@ std::vector<std::string> Host::command_log() const {
     return command_log_;
 }
 
+RenderCallLog Host::last_render_calls() const {
+    std::lock_guard<std::mutex> lock(state_mutex_);
+    return last_render_calls_;
+}
+
 std::string Host::return_msg() const {
     std::lock_guard<std::mutex> lock(state_mutex_);
     return return_msg_;
@@ -242,11 +247,12 @@ std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double comp_seconds,
     return world;
 }
 
-A_Err Host::check_project_call(PF_ProgPtr effect_ref) const {
-    const CallContext* context = CallContext::from(effect_ref);
-    if (options_.strict_render_thread && context && context->on_render_thread()) return A_Err_WRONG_THREAD;
-    return A_Err_NONE;
+A_Err Host::render_thread_rule(const CallContext& command, const char* name) const {
+    if (!options_.strict_render_thread || !command.on_render_thread() || !name) return A_Err_NONE;
+    return forbiddenOnRenderThread(name) ? A_Err_WRONG_THREAD : A_Err_NONE;
 }
+
+A_Err Host::check_project_call(PF_ProgPtr) const { return A_Err_NONE; }
 
 // --- Sampling and iteration ---
 

@@ -25,6 +25,7 @@
 #include "host/CallContext.h"
 #include "host/PixelWorld.h"
 #include "host/FaultInjector.h"
+#include "host/RenderCallLog.h"
 #include "host/IterateGeneric.h"
 #include "host/ResourceCounters.h"
 #include "host/SuiteRegistry.h"
@@ -49,7 +50,9 @@ struct HostOptions {
     A_short api_major = 13;  // effect API version reported in in_data->version
     A_short api_minor = 29;  // 13.1 exercises the module's pre-CS6 branch
     int threads = 0;         // iterate_generic threads, the caller's included; 0: min(cores, 32)
-    bool strict_render_thread = false;  // project-changing AEGP calls fail during renders
+    // The calls After Effects refuses on render threads (renderThreadForbiddenNames()) answer
+    // A_Err_WRONG_THREAD during SMART_PRE_RENDER and SMART_RENDER.
+    bool strict_render_thread = false;
     bool poison = true;      // fill new handles and uncleared worlds with a non-zero pattern
     PF_Quality quality = PF_Quality_HI;
     // Fill params[i]->u.ld.reserved0 of layer params with the chosen layer's AEGP_LayerH in
@@ -102,6 +105,7 @@ struct RenderResult {
     PF_LRect max_result_rect{0, 0, 0, 0};
     std::shared_ptr<OwnedWorld> output;  // the output world the module rendered into
     std::string return_msg;
+    RenderCallLog calls;  // what the module called on the host in each smart command
 };
 
 // A command in progress for module code called directly by unit tests: in_data() is ready
@@ -190,6 +194,7 @@ public:
     PF_Err last_error() const { return last_error_; }
     std::vector<std::string> messages() const;     // warnings, errors, information
     std::vector<std::string> command_log() const;  // every command sent, in order
+    RenderCallLog last_render_calls() const;       // the calls of the render that ended last
     std::string leaks() const { return counters_.leaks(); }
 
     // A ready context for unit tests of module code (no module needed).
@@ -214,7 +219,12 @@ public:
     // Layer-space bounds of a layer at the context's downsample.
     PF_LRect layer_bounds(int layer_id, const PF_RationalScale& dsx,
                           const PF_RationalScale& dsy) const;
-    // A_Err_WRONG_THREAD when strict mode forbids a project-changing call in this command.
+    // A_Err_WRONG_THREAD when strict mode refuses the entry point `name` in `command`: a call
+    // After Effects forbids on render threads made during a smart command. Every entry point
+    // applies it through HOST_FAULT_POINT.
+    A_Err render_thread_rule(const CallContext& command, const char* name) const;
+    // The same rule for callers that check again explicitly: they have passed their entry
+    // point's gate already, so this never refuses a second time.
     A_Err check_project_call(PF_ProgPtr effect_ref) const;
     // True while GLOBAL_SETUP runs (the only time AEGP_RegisterWithAEGP is allowed).
     bool registering() const { return registering_; }
@@ -270,6 +280,7 @@ private:
     PF_Err last_error_ = PF_Err_NONE;
     std::vector<std::string> messages_;
     std::vector<std::string> command_log_;
+    RenderCallLog last_render_calls_;
 
     std::once_flag pool_started_;
     std::unique_ptr<IterationPool> pool_;  // only with HostOptions::threads set

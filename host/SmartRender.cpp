@@ -181,6 +181,11 @@ RenderResult Host::render(const RenderRequest& request) {
         output.delete_pre_render_data_func(output.pre_render_data);
     finish_context(context);
     result.return_msg = return_msg();
+    result.calls = renderCallLog(context.calls());
+    {
+        std::lock_guard<std::mutex> lock(state_mutex_);
+        last_render_calls_ = result.calls;
+    }
     return result;
 }
 

@@ -1,6 +1,9 @@
 # The host session: module loading, commands, callbacks, params, handles, suites, faults.
 target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/FaultInjector.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/EntryGate.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CallTally.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/RenderCallLog.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ResourceCounters.cpp
   ${CMAKE_CURRENT_LIST_DIR}/SuiteRegistry.cpp
   ${CMAKE_CURRENT_LIST_DIR}/HandleHeap.cpp

@@ -1,0 +1,56 @@
+#include "host/RenderCallLog.h"
+
+#include <algorithm>
+
+namespace host {
+
+namespace {
+
+std::vector<CallCount> marked(std::vector<CallCount> counts) {
+    for (CallCount& c : counts) c.forbidden = forbiddenOnRenderThread(c.name);
+    return counts;
+}
+
+const std::vector<CallCount>& phase(const RenderCallLog& log, PF_Cmd cmd) {
+    return cmd == PF_Cmd_SMART_PRE_RENDER ? log.pre_render : log.render;
+}
+
+}  // namespace
+
+const std::vector<std::string>& renderThreadForbiddenNames() {
+    static const std::vector<std::string> names = {
+        "AEGP_DisposeEffect",      "AEGP_DisposeStream", "AEGP_EndUndoGroup",
+        "AEGP_GetNewLayerStream",  "AEGP_GetStreamName", "AEGP_SetExpression",
+        "AEGP_SetExpressionState", "AEGP_StartUndoGroup",
+    };
+    return names;
+}
+
+bool forbiddenOnRenderThread(const std::string& name) {
+    const std::vector<std::string>& names = renderThreadForbiddenNames();
+    return std::binary_search(names.begin(), names.end(), name);
+}
+
+std::uint64_t RenderCallLog::calls(PF_Cmd cmd, const std::string& name) const {
+    for (const CallCount& c : phase(*this, cmd))
+        if (c.name == name) return c.calls;
+    return 0;
+}
+
+std::vector<std::string> RenderCallLog::forbidden_calls() const {
+    std::vector<std::string> names;
+    for (const std::vector<CallCount>* counts : {&pre_render, &render})
+        for (const CallCount& c : *counts)
+            if (c.forbidden && std::find(names.begin(), names.end(), c.name) == names.end()) names.push_back(c.name);
+    std::sort(names.begin(), names.end());
+    return names;
+}
+
+RenderCallLog renderCallLog(const CallTally& tally) {
+    RenderCallLog log;
+    log.pre_render = marked(tally.totals(PF_Cmd_SMART_PRE_RENDER));
+    log.render = marked(tally.totals(PF_Cmd_SMART_RENDER));
+    return log;
+}
+
+}  // namespace host
