@@ -40,16 +40,16 @@ inline float parallelRayBackOff(const RenderInfoTemplate<Cylinder>& info)
 
 class PixelCameraRays {
 public:
+    // Ready for the outer columns and rows (the pixel's corners); the middle ones follow
+    // from addCentreOffsets().
     PixelCameraRays(const RenderInfoTemplate<Cylinder>& info, int x, int y)
-        : perspective_(info.perspective)
+        : info_(info), x_(x), y_(y), perspective_(info.perspective)
     {
         using Vectormath::Aos::Vector3;
         using Vectormath::Aos::Vector4;
         const Vectormath::Aos::Matrix4& m = info.camera_to_object;
-        for (int k = 0; k < 3; ++k) {
-            x_terms_[k] = m.getCol0() * screenX(info, x, kGridOffsets[k]);
-            y_terms_[k] = m.getCol1() * screenY(info, y, kGridOffsets[k]);
-        }
+        for (int k = 0; k < 3; k += 2)
+            addOffsets(k);
         const Vector3 eye(m.getCol3());
         if (perspective_) {
             // The image plane lies at the focal length in front of the camera.
@@ -62,8 +62,11 @@ public:
         }
     }
 
+    // Prepares the middle column and row, which only pixels on a silhouette need.
+    void addCentreOffsets() { addOffsets(1); }
+
     // The ray of the sample in grid column `column` and row `row` (0, 1, 2 for the offsets
-    // 1/6, 1/2, 5/6).
+    // 1/6, 1/2, 5/6); the middle ones need addCentreOffsets() first.
     Ray ray(int column, int row) const
     {
         using Vectormath::Aos::Vector3;
@@ -81,6 +84,16 @@ public:
     }
 
 private:
+    void addOffsets(int k)
+    {
+        const Vectormath::Aos::Matrix4& m = info_.camera_to_object;
+        x_terms_[k] = m.getCol0() * screenX(info_, x_, kGridOffsets[k]);
+        y_terms_[k] = m.getCol1() * screenY(info_, y_, kGridOffsets[k]);
+    }
+
+    const RenderInfoTemplate<Cylinder>& info_;
+    int x_;
+    int y_;
     bool perspective_;
     Vectormath::Aos::Vector4 x_terms_[3];  // first camera axis times each screen x
     Vectormath::Aos::Vector4 y_terms_[3];  // second camera axis times each screen y

@@ -127,52 +127,66 @@ QuadricCrossing crossingOf(const RenderInfoTemplate<Cylinder>& info, const Ray& 
 double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& count, double& A,
                    double& B, double& D, Ray& ray)
 {
-    const PixelCameraRays rays(info, x, y);
+    // The representative sample is kept in locals and handed out once at the end: stores
+    // through the output references would make every later read of the record a reload.
+    PixelCameraRays rays(info, x, y);
 
-    // Corners first: they settle the empty background and the surface's interior.
+    // Corners first: they settle the empty background and the surface's interior. Each
+    // corner replaces the previous one, so the last corner is what the outputs keep.
     int corner_hits = 0;
+    Ray corner_ray;
+    QuadricCrossing corner = {0.0, 0.0, 0.0};
     for (int index : kCornerSamples) {
-        ray = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
-        const QuadricCrossing q = crossingOfRay(info, ray);
-        A = q.A;
-        B = q.B;
-        D = q.D;
-        if (isHit(q))
+        corner_ray = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
+        corner = crossingOfRay(info, corner_ray);
+        if (isHit(corner))
             ++corner_hits;
         else
-            D = 0.0;
+            corner.D = 0.0;
     }
-    if (corner_hits == 0)
-        return 0.0;
-    if (corner_hits == 4) {
+    if (corner_hits == 0 || corner_hits == 4) {
+        ray = corner_ray;
+        A = corner.A;
+        B = corner.B;
+        D = corner.D;
+        if (corner_hits == 0)
+            return 0.0;
         count = kSampleCount;
         return 1.0;
     }
 
-    // A silhouette crosses the pixel: count all nine and keep the first hit's ray.
+    // A silhouette crosses the pixel: count all nine and keep the first hit's ray. The centre
+    // sample stands in until a hit; without one, D stays the last corner's.
+    rays.addCentreOffsets();
+    int hits = count;
+    Ray chosen_ray;
+    QuadricCrossing chosen = corner;
     bool have_hit = false;
     for (int index = 0; index < kSampleCount; ++index) {
         const Ray sample = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
         const QuadricCrossing q = crossingOfRay(info, sample);
         if (index == 0) {
-            ray = sample;
-            A = q.A;
-            B = q.B;
+            chosen_ray = sample;
+            chosen.A = q.A;
+            chosen.B = q.B;
         }
         if (q.A == 0.0)
             continue;
         if (!isHit(q))
             continue;
-        ++count;
+        ++hits;
         if (!have_hit) {
             have_hit = true;
-            ray = sample;
-            A = q.A;
-            B = q.B;
-            D = q.D;
+            chosen_ray = sample;
+            chosen = q;
         }
     }
-    return float(count) / float(kSampleCount);
+    count = hits;
+    ray = chosen_ray;
+    A = chosen.A;
+    B = chosen.B;
+    D = chosen.D;
+    return float(hits) / float(kSampleCount);
 }
 
 template <class T>
@@ -192,12 +206,14 @@ PF_Err RayTrace_PixelCallback(void* refcon, A_long thread_index, A_long i, A_lon
         Ray ray;
         const double coverage = msaaRayTest(x, y, info, count, A, B, D, ray);
 
-        PF_PixelFloat colour = kTransparent;
-        if (count >= 1) {
-            colour = shadeCrossing<T>(info, ray, A, B, D);
-            colour.alpha = float(colour.alpha * coverage);
+        T& pixel = *worldPixelAt<T>(output, x, y);
+        if (count < 1) {
+            pixel = T{};  // transparent black in every depth, no conversion needed
+            return PF_Err_NONE;
         }
-        *worldPixelAt<T>(output, x, y) = fromFloatPixel<T>(colour);
+        PF_PixelFloat colour = shadeCrossing<T>(info, ray, A, B, D);
+        colour.alpha = float(colour.alpha * coverage);
+        pixel = fromFloatPixel<T>(colour);
     } catch (PF_Err err) {
         return err;
     }

@@ -45,7 +45,8 @@ protected:
     {
         const int pixels[][2] = {{0, 0}, {1, 0}, {959, 540}, {1919, 1079}, {-3, 7}, {4000, -20}};
         for (const auto& pixel : pixels) {
-            const PixelCameraRays rays(info_, pixel[0], pixel[1]);
+            PixelCameraRays rays(info_, pixel[0], pixel[1]);
+            rays.addCentreOffsets();
             for (int column = 0; column < 3; ++column) {
                 for (int row = 0; row < 3; ++row) {
                     const Ray expected = cameraRay(info_, pixel[0], pixel[1],
