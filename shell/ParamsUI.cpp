@@ -80,8 +80,8 @@ class DammyStream {
 public:
     DammyStream(PF_InData* in_data, AEGP_PluginID plugin_id)
         : _interface(in_data->pica_basicP, in_data->effect_ref),
-          _effect(in_data->pica_basicP, _interface.GetNewEffectForEffect(plugin_id), plugin_id),
-          _stream(in_data->pica_basicP, streamOfDammy(), plugin_id),
+          _effect(in_data->pica_basicP, _interface, plugin_id),
+          _stream(_effect, PARAM_DAMMY),
           _err(PF_Err_NONE)
     {
         collect();
@@ -112,14 +112,6 @@ public:
     }
 
 private:
-    AEGP_StreamRefH streamOfDammy()
-    {
-        if (!_interface.ok() || !_effect.handle()) {
-            return nullptr;
-        }
-        return _effect.GetNewStreamByIndex(PARAM_DAMMY);
-    }
-
     // Moves the wrappers' errors into _err, keeping the first.
     void collect()
     {

@@ -7,17 +7,25 @@
 
 namespace AEO {
 
-Effect::Effect(const SPBasicSuite* basic, AEGP_EffectRefH effect, AEGP_PluginID plugin_id)
-    : _effect(effect), _plugin_id(plugin_id), _stream_suite(basic), _effect_suite(basic)
+Effect::Effect(const SPBasicSuite* basic, Interface& effect_interface, AEGP_PluginID plugin_id)
+    : _effect(nullptr), _plugin_id(plugin_id), _basic(basic), _effect_suite(basic), _stream_suite(basic)
 {
+    if (!effect_interface.ok()) {
+        _err = effect_interface.err();
+        return;
+    }
+    if (!usable(_effect_suite)) {
+        return;  // nothing could give the handle back: do not take it
+    }
+    _effect = effect_interface.GetNewEffectForEffect(plugin_id);
+    _err = effect_interface.err();
 }
 
 Effect::~Effect()
 {
+    // Whoever holds a handle holds the suite: it was acquired before the handle was taken.
     if (_effect) {
-        if (const AEGP_EffectSuite3* suite = _effect_suite.acquire()) {
-            suite->AEGP_DisposeEffect(_effect);
-        }
+        _effect_suite.get()->AEGP_DisposeEffect(_effect);
     }
 }
 
@@ -30,17 +38,28 @@ AEGP_StreamRefH Effect::GetNewStreamByIndex(PF_ParamIndex index)
     return stream;
 }
 
-Stream::Stream(const SPBasicSuite* basic, AEGP_StreamRefH stream, AEGP_PluginID plugin_id)
-    : _stream(stream), _plugin_id(plugin_id), _stream_suite(basic), _dynamic_stream_suite(basic)
+Stream::Stream(Effect& effect, PF_ParamIndex index)
+    : _stream(nullptr),
+      _plugin_id(effect.plugin_id()),
+      _stream_suite(effect.basic()),
+      _dynamic_stream_suite(effect.basic())
 {
+    if (!effect.ok() || !effect.handle()) {
+        _err = effect.err();
+        return;
+    }
+    if (!usable(_stream_suite)) {
+        return;  // nothing could give the stream back: do not take it
+    }
+    _stream = effect.GetNewStreamByIndex(index);
+    _err = effect.err();
 }
 
 Stream::~Stream()
 {
+    // Whoever holds a stream holds the suite: it was acquired before the stream was taken.
     if (_stream) {
-        if (const AEGP_StreamSuite4* suite = _stream_suite.acquire()) {
-            suite->AEGP_DisposeStream(_stream);
-        }
+        _stream_suite.get()->AEGP_DisposeStream(_stream);
     }
 }
 
@@ -84,12 +103,14 @@ PF_Err GetLayerOfLayerParam(const InData& in_data, AEGP_PluginID plugin_id, PF_P
         return PF_Err_BAD_CALLBACK_PARAM;
     }
     Interface effect_interface(in_data.pica(), host->effect_ref);
-    Effect effect(in_data.pica(), effect_interface.GetNewEffectForEffect(plugin_id), plugin_id);
-    PF_Err err = effect_interface.take_err();
+    Effect effect(in_data.pica(), effect_interface, plugin_id);
+    // The effect carries the interface's error as well; both objects must give theirs up.
+    effect_interface.take_err();
+    PF_Err err = effect.take_err();
     if (err != PF_Err_NONE) {
         return err;
     }
-    Stream stream(in_data.pica(), effect.GetNewStreamByIndex(index), plugin_id);
+    Stream stream(effect, index);
     const A_Time now = {host->current_time, host->time_scale};
     const AEGP_LayerIDVal id = stream.GetLayerIDValue(AEGP_LTimeMode_LayerTime, now);
     err = effect.take_err();

@@ -1,35 +1,49 @@
 #pragma once
 
-// An effect instance's AEGP handle and the streams of its parameters. Both own their host
-// handle and dispose of it when they die, error or not.
+// An effect instance's AEGP handle and the streams of its parameters. Each wrapper asks the host
+// for its handle itself, and only once it holds the suite that gives the handle back: a handle is
+// never taken that could not be returned. The handle is disposed of when the wrapper dies, error
+// or not.
 
 #include "AE_MyLib/AEObject/AEO_Base.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"
+#include "AE_MyLib/AEObject/AEO_Interface.h"
 
 namespace AEO {
 
 class Effect : public ObjectBase {
 public:
-    // Takes ownership of effect (null is allowed and owns nothing).
-    Effect(const SPBasicSuite* basic, AEGP_EffectRefH effect, AEGP_PluginID plugin_id);
+    // The AEGP handle of the effect instance behind effect_interface: "AEGP Effect Suite" first,
+    // then Interface::GetNewEffectForEffect. When that suite is refused no handle is taken and
+    // the refusal is this object's error; an error of the interface (standing or new) is copied
+    // here too, while staying in the interface for its owner to take.
+    Effect(const SPBasicSuite* basic, Interface& effect_interface, AEGP_PluginID plugin_id);
     ~Effect() override;
 
     AEGP_EffectRefH handle() const { return _effect; }
+    AEGP_PluginID plugin_id() const { return _plugin_id; }
+    const SPBasicSuite* basic() const { return _basic; }
 
-    // The stream of parameter index (0 is the input layer); wrap it in an AEO::Stream.
+    // The stream of parameter index (0 is the input layer). Meant for AEO::Stream, which holds
+    // the suite to dispose of it before asking; a caller of its own must dispose of the result.
     AEGP_StreamRefH GetNewStreamByIndex(PF_ParamIndex index);
 
 private:
     AEGP_EffectRefH _effect;
     AEGP_PluginID _plugin_id;
-    Suite<AEGP_StreamSuite4> _stream_suite;
+    const SPBasicSuite* _basic;
+    // Declared in order of acquisition, so that they are released in reverse.
     Suite<AEGP_EffectSuite3> _effect_suite;
+    Suite<AEGP_StreamSuite4> _stream_suite;
 };
 
 class Stream : public ObjectBase {
 public:
-    // Takes ownership of stream (null is allowed and owns nothing).
-    Stream(const SPBasicSuite* basic, AEGP_StreamRefH stream, AEGP_PluginID plugin_id);
+    // The stream of parameter index of effect: "AEGP Stream Suite" first, then
+    // Effect::GetNewStreamByIndex. When that suite is refused no stream is taken and the refusal
+    // is this object's error; an error of the effect (standing or new) is copied here too, while
+    // staying in the effect for its owner to take.
+    Stream(Effect& effect, PF_ParamIndex index);
     ~Stream() override;
 
     AEGP_StreamRefH handle() const { return _stream; }
@@ -45,6 +59,7 @@ public:
 private:
     AEGP_StreamRefH _stream;
     AEGP_PluginID _plugin_id;
+    // Declared in order of acquisition, so that they are released in reverse.
     Suite<AEGP_StreamSuite4> _stream_suite;
     Suite<AEGP_DynamicStreamSuite4> _dynamic_stream_suite;
 };

@@ -16,7 +16,8 @@ public:
     AEGP_LayerH GetEffectCamera(const A_Time& comp_time);
     // An effect (layer) time in time_scale units as composition time.
     A_Time ConvertEffectToCompTime(A_long what_time, A_u_long time_scale);
-    // The AEGP handle of this effect instance; wrap it in an AEO::Effect, which disposes of it.
+    // The AEGP handle of this effect instance. Meant for AEO::Effect, which holds the suite to
+    // dispose of it before asking; a caller of its own must dispose of the result.
     AEGP_EffectRefH GetNewEffectForEffect(AEGP_PluginID plugin_id);
 
 private:

@@ -163,6 +163,81 @@ A_Err freeMem(AEGP_MemHandle h)
     return A_Err_NONE;
 }
 
+// Effect and stream handles are the host object's address plus a count: distinct, never null,
+// and never dereferenced.
+A_Err newEffectForEffect(AEGP_PluginID, PF_ProgPtr, AEGP_EffectRefH* effect)
+{
+    FakeHost& h = host();
+    h.suite_log.push_back("call AEGP_GetNewEffectForEffect");
+    if (h.new_effect_error != A_Err_NONE) {
+        return h.new_effect_error;
+    }
+    ++h.effects_live;
+    *effect = reinterpret_cast<AEGP_EffectRefH>(reinterpret_cast<char*>(&h) + 1);
+    return A_Err_NONE;
+}
+
+A_Err disposeEffect(AEGP_EffectRefH)
+{
+    host().suite_log.push_back("call AEGP_DisposeEffect");
+    --host().effects_live;
+    return A_Err_NONE;
+}
+
+A_Err newEffectStreamByIndex(AEGP_PluginID, AEGP_EffectRefH effect, PF_ParamIndex index, AEGP_StreamRefH* stream)
+{
+    FakeHost& h = host();
+    h.suite_log.push_back("call AEGP_GetNewEffectStreamByIndex");
+    if (!effect) {
+        return A_Err_PARAMETER;
+    }
+    if (h.new_stream_error != A_Err_NONE) {
+        return h.new_stream_error;
+    }
+    ++h.streams_live;
+    h.stream_index = index;
+    *stream = reinterpret_cast<AEGP_StreamRefH>(reinterpret_cast<char*>(&h) + 2);
+    return A_Err_NONE;
+}
+
+A_Err disposeStream(AEGP_StreamRefH)
+{
+    host().suite_log.push_back("call AEGP_DisposeStream");
+    --host().streams_live;
+    return A_Err_NONE;
+}
+
+A_Err setExpression(AEGP_PluginID, AEGP_StreamRefH stream, const A_char* text)
+{
+    host().suite_log.push_back("call AEGP_SetExpression");
+    if (!stream) {
+        return A_Err_PARAMETER;
+    }
+    host().expression_set = text;
+    return A_Err_NONE;
+}
+
+// Every stream is a layer parameter without a layer chosen.
+A_Err newStreamValue(AEGP_PluginID, AEGP_StreamRefH stream, AEGP_LTimeMode, const A_Time*, A_Boolean,
+                     AEGP_StreamValue2* value)
+{
+    host().suite_log.push_back("call AEGP_GetNewStreamValue");
+    if (!stream) {
+        return A_Err_PARAMETER;
+    }
+    ++host().stream_values_live;
+    value->streamH = stream;
+    value->val.layer_id = AEGP_LayerIDVal_NONE;
+    return A_Err_NONE;
+}
+
+A_Err disposeStreamValue(AEGP_StreamValue2*)
+{
+    host().suite_log.push_back("call AEGP_DisposeStreamValue");
+    --host().stream_values_live;
+    return A_Err_NONE;
+}
+
 }  // namespace
 
 FakeHost::FakeHost()
@@ -219,6 +294,13 @@ FakeHost::FakeHost()
     memory.AEGP_LockMemHandle = &lockMem;
     memory.AEGP_UnlockMemHandle = &unlockMem;
     memory.AEGP_FreeMemHandle = &freeMem;
+    pf_interface.AEGP_GetNewEffectForEffect = &newEffectForEffect;
+    effect.AEGP_DisposeEffect = &disposeEffect;
+    stream.AEGP_GetNewEffectStreamByIndex = &newEffectStreamByIndex;
+    stream.AEGP_DisposeStream = &disposeStream;
+    stream.AEGP_SetExpression = &setExpression;
+    stream.AEGP_GetNewStreamValue = &newStreamValue;
+    stream.AEGP_DisposeStreamValue = &disposeStreamValue;
 
     suites_[key(kPFSampling8Suite, kPFSampling8SuiteVersion1)] = &sampling8;
     suites_[key(kPFSampling16Suite, kPFSampling16SuiteVersion1)] = &sampling16;

@@ -32,7 +32,8 @@ public:
     PF_InData* in() { return &in_data; }
 
     // --- Suites ---
-    // "acquire|refuse|release <name> <version>", in call order.
+    // "acquire|refuse|release <name> <version>", and "call <function>" for the effect and stream
+    // handle functions below, in call order.
     std::vector<std::string> suite_log;
     std::map<std::string, SPErr> acquire_errors;  // by suite name
     int live_suites() const;
@@ -67,6 +68,13 @@ public:
     std::u16string source_name;
     std::u16string name_set;        // last AEGP_SetLayerName
     int mem_handles_live = 0;
+    int effects_live = 0;           // AEGP effect handles handed out and not yet disposed of
+    int streams_live = 0;           // AEGP stream references likewise
+    A_Err new_effect_error = A_Err_NONE;
+    A_Err new_stream_error = A_Err_NONE;
+    PF_ParamIndex stream_index = -1;  // parameter of the last stream handed out
+    std::string expression_set;       // last AEGP_SetExpression
+    int stream_values_live = 0;       // AEGP_GetNewStreamValue results not yet disposed of
 
     PF_InData in_data;
     PF_UtilCallbacks utils;
