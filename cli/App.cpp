@@ -1,5 +1,6 @@
 #include "cli/App.h"
 
+#include "cli/CallTable.h"
 #include "cli/CliError.h"
 #include "cli/DemoScene.h"
 #include "cli/JobPlan.h"
@@ -131,6 +132,7 @@ int run(const Options& options, const char* argv0) {
         return kExitOk;
     }
     renderFrames(session, *comp, plan, options);
+    if (options.host_calls) std::cout << formatCallTable(session.calls(), plan.jobs.size());
     return kExitOk;
 }
 

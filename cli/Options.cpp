@@ -35,6 +35,7 @@ const char* kExamples =
     "  orbivane-render scene.json --set \"Open Parameter=0.5\" --set \"Render Side=Outside\"\n"
     "  orbivane-render scene.json --downsample 2 --threads 4 -o proxy.png\n"
     "  orbivane-render --list-params examples/opening.json\n"
+    "  orbivane-render examples/lights-and-shadows.json --host-calls\n"
     "\n"
     "Exit status: 0 done, 2 bad input (arguments, scene, values, files), 3 the effect module\n"
     "could not be loaded, 4 the effect failed to render, 5 the picture could not be written.";
@@ -92,6 +93,9 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     app.add_flag("-V,--version", o.version, "Show the program's and the effect's version and exit");
     app.add_flag("-q,--quiet", o.quiet, "Print nothing but errors");
     app.add_flag("--progress", o.progress, "Show the progress line even when not on a terminal");
+    app.add_flag("--host-calls", o.host_calls,
+                 "After rendering, list the host functions the effect called per smart command,\n"
+                 "marking those After Effects refuses on render threads");
 
     try {
         app.parse(argc, argv);

@@ -32,6 +32,7 @@ struct Options {
     bool version = false;
     bool quiet = false;
     bool progress = false;  // force the progress line even when stderr is not a terminal
+    bool host_calls = false;  // print the host functions the effect called while rendering
 };
 
 // Parses "12" or "0-47" into a range; throws CliError (bad input) otherwise.

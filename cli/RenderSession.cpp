@@ -2,7 +2,6 @@
 
 #include "cli/CliError.h"
 #include "host/ImageIO.h"
-#include "host/ParamStore.h"
 
 namespace cli {
 
@@ -41,18 +40,6 @@ RenderSession::RenderSession(host::Scene scene, const std::string& module_path, 
     } catch (const host::HostError& e) {
         throw CliError(kExitModuleFailed, "cannot load the effect module " + module_path + ": " + e.what());
     }
-    announceSupervisedChanges();
-}
-
-void RenderSession::announceSupervisedChanges() {
-    host::Host& h = host();
-    for (const host::SceneParameter& p : session_->scene().parameters) {
-        const PF_ParamIndex index = h.params().find(p.name);
-        if (index <= 0 || !h.params().is_supervised(index)) continue;
-        const PF_Err err = h.user_changed_param(index);
-        if (err != PF_Err_NONE)
-            throw CliError(kExitModuleFailed, p.path + ": the effect refused the change: " + describeError(err));
-    }
 }
 
 host::Image RenderSession::render(double seconds, int bit_depth, int downsample) {
@@ -61,14 +48,11 @@ host::Image RenderSession::render(double seconds, int bit_depth, int downsample)
     const PF_LRect bounds = h.layer_bounds(h.effect_layer_id(), scale, scale);
     host::Image frame(bounds.right - bounds.left, bounds.bottom - bounds.top);
 
-    host::RenderRequest request;
-    request.seconds = seconds;
-    request.bitdepth = static_cast<short>(bit_depth);
-    request.downsample = downsample;
     host::RenderResult result;
     try {
         h.set_time(seconds);
-        result = h.render(request);
+        result = session_->render(seconds, static_cast<short>(bit_depth), downsample);
+        calls_.add(result.calls);
     } catch (const std::exception& e) {
         throw CliError(kExitRenderFailed, std::string("the render failed: ") + e.what());
     }

@@ -1,8 +1,7 @@
 #pragma once
-// The scene brought up in an emulated After Effects session for rendering: the module loaded,
-// the scene's parameters set, and every parameter the effect supervises announced as changed,
-// so its controls are in the state a user would see. Renders frames at any depth and
-// downsample.
+// The scene brought up in a host::Session for rendering pictures: the session's errors turned
+// into the program's exit statuses, frames as straight RGBA images, and the host calls of
+// every frame rendered so far added up.
 
 #include "host/Image.h"
 #include "host/Scene.h"
@@ -20,6 +19,8 @@ public:
     RenderSession(host::Scene scene, const std::string& module_path, int threads);
 
     host::Host& host() { return session_->host(); }
+    // The host calls of every frame rendered so far, added up.
+    const host::RenderCallLog& calls() const { return calls_; }
 
     // One frame of the effect layer at composition time `seconds`: straight RGBA, the layer's
     // size at the downsample factor, transparent where the effect drew nothing. Throws
@@ -27,9 +28,8 @@ public:
     host::Image render(double seconds, int bit_depth, int downsample);
 
 private:
-    void announceSupervisedChanges();
-
     std::unique_ptr<host::Session> session_;
+    host::RenderCallLog calls_;
 };
 
 // "error -1 (PF_Err_...)" for messages.

@@ -9,6 +9,7 @@ add_library(orbivane_cli STATIC
   ${CMAKE_CURRENT_LIST_DIR}/OutputWriter.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Progress.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParamListing.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/CallTable.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ModuleLocator.cpp
   ${CMAKE_CURRENT_LIST_DIR}/DemoScene.cpp)
 target_include_directories(orbivane_cli PUBLIC ${PROJECT_SOURCE_DIR})

@@ -11,6 +11,16 @@ std::vector<CallCount> marked(std::vector<CallCount> counts) {
     return counts;
 }
 
+void addCounts(std::vector<CallCount>& into, const std::vector<CallCount>& more) {
+    for (const CallCount& c : more) {
+        auto at = std::lower_bound(into.begin(), into.end(), c.name,
+                                   [](const CallCount& a, const std::string& name) { return a.name < name; });
+        if (at == into.end() || at->name != c.name) at = into.insert(at, CallCount{c.name, 0, 0, c.forbidden});
+        at->calls += c.calls;
+        at->refused += c.refused;
+    }
+}
+
 const std::vector<CallCount>& phase(const RenderCallLog& log, PF_Cmd cmd) {
     return cmd == PF_Cmd_SMART_PRE_RENDER ? log.pre_render : log.render;
 }
@@ -35,6 +45,11 @@ std::uint64_t RenderCallLog::calls(PF_Cmd cmd, const std::string& name) const {
     for (const CallCount& c : phase(*this, cmd))
         if (c.name == name) return c.calls;
     return 0;
+}
+
+void RenderCallLog::add(const RenderCallLog& other) {
+    addCounts(pre_render, other.pre_render);
+    addCounts(render, other.render);
 }
 
 std::vector<std::string> RenderCallLog::forbidden_calls() const {

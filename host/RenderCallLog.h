@@ -26,6 +26,8 @@ struct RenderCallLog {
     // Names called during either command that After Effects refuses on render threads.
     std::vector<std::string> forbidden_calls() const;
     bool empty() const { return pre_render.empty() && render.empty(); }
+    // Adds another render's calls to these (the totals of several frames).
+    void add(const RenderCallLog& other);
 };
 
 // The log of a render's context: the two smart commands' totals, forbidden calls marked.

@@ -5,6 +5,7 @@
 #include "host/Composition.h"
 #include "host/LayerPixels.h"
 #include "host/ParamStore.h"
+#include "host/ParamText.h"
 
 namespace host {
 
@@ -94,26 +95,28 @@ PF_ParamIndex indexOf(Host& host, const Scene& scene, const SceneParameter& p) {
                      "\"; its parameters are " + joined(names));
 }
 
+void applySceneParameter(Host& host, const Scene& scene, const SceneParameter& p) {
+    const PF_ParamIndex index = indexOf(host, scene, p);
+    const ValueConverter convert(scene, host.param_def(index));
+    std::string path = p.path;
+    try {
+        if (!p.animated()) {
+            host.set_param(index, convert(p.value, path));
+            return;
+        }
+        for (std::size_t k = 0; k < p.keys.size(); ++k) {
+            path = p.path + ".keys[" + std::to_string(k) + "]";
+            host.add_param_key(index, p.keys[k].first, convert(p.keys[k].second, path));
+        }
+    } catch (const HostError& e) {
+        throw SceneError(scene.file + ": " + path + ": " + e.what());
+    }
+}
+
 }  // namespace
 
 void applySceneParameters(Host& host, const Scene& scene) {
-    for (const SceneParameter& p : scene.parameters) {
-        const PF_ParamIndex index = indexOf(host, scene, p);
-        const ValueConverter convert(scene, host.param_def(index));
-        std::string path = p.path;
-        try {
-            if (!p.animated()) {
-                host.set_param(index, convert(p.value, path));
-                continue;
-            }
-            for (std::size_t k = 0; k < p.keys.size(); ++k) {
-                path = p.path + ".keys[" + std::to_string(k) + "]";
-                host.add_param_key(index, p.keys[k].first, convert(p.keys[k].second, path));
-            }
-        } catch (const HostError& e) {
-            throw SceneError(scene.file + ": " + path + ": " + e.what());
-        }
-    }
+    for (const SceneParameter& p : scene.parameters) applySceneParameter(host, scene, p);
 }
 
 Session::Session(const std::string& scene_path, const std::string& module_path, HostOptions options)
@@ -135,15 +138,47 @@ void Session::start(const std::string& module_path) {
     const PF_Err err = host_->sequence_setup();
     if (err) throw HostError(host_->effect_name() + ": SEQUENCE_SETUP failed with " + errorName(err));
     host_->set_time(scene_.render.has_frames ? times().front() : scene_.render.time);
+    for (const SceneParameter& p : scene_.parameters) announce_if_supervised(p);
 }
+
+void Session::announce_if_supervised(const SceneParameter& p) {
+    const PF_ParamIndex index = host_->params().find(p.name);
+    if (index <= 0 || !host_->params().is_supervised(index)) return;
+    const PF_Err err = host_->user_changed_param(index);
+    if (err != PF_Err_NONE)
+        throw HostError(p.path + ": the effect refused the change: error " + std::to_string(err) + " (" +
+                        errorName(err) + ")");
+}
+
+void Session::set(const std::string& name, const SceneValue& value) {
+    SceneParameter p;
+    p.name = name;
+    p.path = "\"" + name + "\"";
+    p.value = value;
+    applySceneParameter(*host_, scene_, p);
+    announce_if_supervised(p);
+}
+
+void Session::set(const std::string& name, double number) {
+    SceneValue value;
+    value.kind = SceneValue::Kind::Number;
+    value.number = number;
+    set(name, value);
+}
+
+void Session::set_text(const std::string& name, const std::string& text) { set(name, parseParamText(text)); }
 
 std::vector<double> Session::times() const { return scene_.render.times(scene_.composition->frame_rate()); }
 
 RenderResult Session::render(double comp_seconds) {
+    return render(comp_seconds, static_cast<short>(scene_.render.bit_depth), scene_.render.downsample);
+}
+
+RenderResult Session::render(double comp_seconds, short bit_depth, int downsample) {
     RenderRequest request;
     request.seconds = comp_seconds;
-    request.bitdepth = static_cast<short>(scene_.render.bit_depth);
-    request.downsample = scene_.render.downsample;
+    request.bitdepth = bit_depth;
+    request.downsample = downsample;
     return host_->render(request);
 }
 

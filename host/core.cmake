@@ -16,4 +16,5 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/CallContext.cpp
   ${CMAKE_CURRENT_LIST_DIR}/LayerPixels.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Host.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ParamText.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Session.cpp)

@@ -4,6 +4,7 @@
 #include "cli/ModuleLocator.h"
 #include "cli/Options.h"
 #include "cli/ParamOverride.h"
+#include "host/ParamText.h"
 
 #include <filesystem>
 #include <fstream>
@@ -70,22 +71,22 @@ TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
 }
 
 TEST(OverrideValues, ReadLikeTheSceneFilesJson) {
-    host::SceneValue v = cli::parseOverrideValue(" 0.5 ");
+    host::SceneValue v = host::parseParamText(" 0.5 ");
     EXPECT_EQ(v.kind, Kind::Number);
     EXPECT_DOUBLE_EQ(v.number, 0.5);
-    v = cli::parseOverrideValue("-1e2");
+    v = host::parseParamText("-1e2");
     EXPECT_DOUBLE_EQ(v.number, -100);
-    EXPECT_EQ(cli::parseOverrideValue("On").number, 1);
-    EXPECT_EQ(cli::parseOverrideValue("false").number, 0);
-    EXPECT_EQ(cli::parseOverrideValue("None").kind, Kind::None);
-    v = cli::parseOverrideValue("200, 220,255");
+    EXPECT_EQ(host::parseParamText("On").number, 1);
+    EXPECT_EQ(host::parseParamText("false").number, 0);
+    EXPECT_EQ(host::parseParamText("None").kind, Kind::None);
+    v = host::parseParamText("200, 220,255");
     ASSERT_EQ(v.kind, Kind::Numbers);
     EXPECT_EQ(v.numbers, (std::vector<double>{200, 220, 255}));
-    v = cli::parseOverrideValue("[320, 180]");
+    v = host::parseParamText("[320, 180]");
     EXPECT_EQ(v.numbers, (std::vector<double>{320, 180}));
     // Not numbers after all: kept as text for popups and layer names.
     for (const char* text : {"Both Sides", "1,2,3,4", "1,x", "nan", "12px", "Layer 1"}) {
-        v = cli::parseOverrideValue(text);
+        v = host::parseParamText(text);
         EXPECT_EQ(v.kind, Kind::Text) << text;
         EXPECT_EQ(v.text, text);
     }
@@ -103,7 +104,7 @@ TEST(OverrideArguments, SplitAtTheFirstEqualsAndReplaceTheScenesValue) {
 
     std::vector<host::SceneParameter> params(2);
     params[0].name = "Open Parameter";
-    params[0].keys.push_back({0.0, cli::parseOverrideValue("0")});
+    params[0].keys.push_back({0.0, host::parseParamText("0")});
     params[1].name = "Screw";
     cli::applyOverrides({"Open Parameter=1.5"}, params);
     ASSERT_EQ(params.size(), 2u);

@@ -197,3 +197,30 @@ TEST_F(EntryGate, RealSuitesFollowTheListOnly) {
 
 }  // namespace
 }  // namespace host
+
+namespace host {
+namespace {
+
+TEST(RenderCallLog, AddingFramesSumsByNameAndKeepsTheOrder) {
+    CallTally first, second;
+    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
+    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
+    RenderCallLog total;
+    total.add(renderCallLog(first));
+    total.add(renderCallLog(second));
+    ASSERT_EQ(total.render.size(), 3u);
+    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
+    EXPECT_TRUE(total.render[0].forbidden);
+    EXPECT_EQ(total.render[0].refused, 1u);
+    EXPECT_EQ(total.render[1].name, "checkout_output");
+    EXPECT_EQ(total.render[2].name, "iterate_generic");
+    EXPECT_EQ(total.render[2].calls, 2u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
+}
+
+}  // namespace
+}  // namespace host
