@@ -72,6 +72,28 @@ TEST(SceneProcess, FrameRangeFillsThePatternAndReportsTimes) {
                          host::loadImage((dir / "out/f.0004.png").string())), 1.0);
 }
 
+// --host-calls adds up the calls of every frame: one layer checkout per frame before the
+// render, one pixel pass and one output checkout per frame in it.
+TEST(SceneProcess, HostCallsAreListedPerSmartCommandOverAllFrames) {
+    TempFolder dir;
+    dir.write("small.json", clitest::smallScene());
+    CliRun run = runCli(dir, {"small.json", "--frames", "0-1", "-o", "f.####.png", "--quiet", "--host-calls"});
+    ASSERT_EQ(run.exit_code, 0) << run.err;
+    auto line_of = [&](const std::string& name) {
+        const std::size_t at = run.out.find("  " + name + " ");
+        return at == std::string::npos ? std::string() : run.out.substr(at, run.out.find('\n', at) - at);
+    };
+    EXPECT_TRUE(contains(run.out, "host calls over 2 frames")) << run.out;
+    EXPECT_TRUE(contains(line_of("checkout_layer"), " 2             0")) << run.out;
+    EXPECT_TRUE(contains(line_of("checkout_output"), " 0             2")) << run.out;
+    EXPECT_TRUE(contains(line_of("iterate_generic"), " 0             2")) << run.out;
+    // Reading the control layer's stream disposes of it while rendering.
+    EXPECT_TRUE(contains(line_of("AEGP_DisposeStream"), "refused by After Effects on render threads")) << run.out;
+    EXPECT_FALSE(contains(line_of("AEGP_GetLayerStreamValue"), "refused")) << run.out;
+    EXPECT_TRUE(contains(run.out, "refused by After Effects 13.5+ on render threads: AEGP_DisposeEffect, "
+                                  "AEGP_DisposeStream\n")) << run.out;
+}
+
 TEST(SceneProcess, ScenesOwnRangeAndDefaultNameAreUsed) {
     TempFolder dir;
     dir.write("orbit.json", clitest::smallScene("", R"({"frames": [8, 9]})"));
