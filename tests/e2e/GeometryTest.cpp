@@ -8,7 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "e2e/ImageCompare.h"
-#include "e2e/SceneSession.h"
+#include "e2e/SceneFiles.h"
 
 namespace {
 
@@ -22,8 +22,8 @@ bool blue(const PF_PixelFloat& p) { return covered(p) && p.blue > 0.9f && p.red 
 
 TEST(DefaultCamera, SilhouetteCoversTheProjectedCylinderOnly)
 {
-    e2e::SceneSession session("default_camera.json");
-    const host::RenderResult frame = session.render();
+    const auto session = e2e::openScene("default_camera.json");
+    const host::RenderResult frame = e2e::renderScene(*session);
     ASSERT_EQ(frame.err, PF_Err_NONE);
     ASSERT_TRUE(frame.rendered);
     // Tangent rays from the eye: half width a * d / sqrt(d^2 - a^2) = 15.94 px.
@@ -41,8 +41,8 @@ TEST(DefaultCamera, SilhouetteCoversTheProjectedCylinderOnly)
 
 TEST(DefaultCamera, TextureHalvesMeetAtThePivot)
 {
-    e2e::SceneSession session("default_camera.json");
-    const host::RenderResult frame = session.render();
+    const auto session = e2e::openScene("default_camera.json");
+    const host::RenderResult frame = e2e::renderScene(*session);
     ASSERT_TRUE(frame.rendered);
     EXPECT_TRUE(red(e2e::pixelAt(frame, kCentreX - 3, kCentreY)));
     EXPECT_TRUE(blue(e2e::pixelAt(frame, kCentreX + 2, kCentreY)));
@@ -54,10 +54,10 @@ TEST(DefaultCamera, TextureHalvesMeetAtThePivot)
 // the middle of the frame whether the surface is closed, half open, flat or inside out.
 TEST(OpenParameter, KeepsThePivotInPlace)
 {
-    e2e::SceneSession session("default_camera.json");
+    const auto session = e2e::openScene("default_camera.json");
     for (double open : {0.0, 0.5, 1.0, 1.5}) {
-        session.set("Open Parameter", open);
-        const host::RenderResult frame = session.render();
+        session->set("Open Parameter", open);
+        const host::RenderResult frame = e2e::renderScene(*session);
         ASSERT_EQ(frame.err, PF_Err_NONE) << open;
         EXPECT_TRUE(red(e2e::pixelAt(frame, kCentreX - 3, kCentreY))) << open;
         EXPECT_TRUE(blue(e2e::pixelAt(frame, kCentreX + 2, kCentreY))) << open;
@@ -68,9 +68,9 @@ TEST(OpenParameter, KeepsThePivotInPlace)
 // front of the layer plane: half width 50 * d / (d - a) = 53 px instead of 16.
 TEST(OpenParameter, OneUnrollsTheTextureFlat)
 {
-    e2e::SceneSession session("default_camera.json");
-    session.set("Open Parameter", 1.0);
-    const host::RenderResult flat = session.render();
+    const auto session = e2e::openScene("default_camera.json");
+    session->set("Open Parameter", 1.0);
+    const host::RenderResult flat = e2e::renderScene(*session);
     ASSERT_TRUE(flat.rendered);
     EXPECT_TRUE(red(e2e::pixelAt(flat, kCentreX - 50, kCentreY)));
     EXPECT_TRUE(blue(e2e::pixelAt(flat, kCentreX + 50, kCentreY)));
@@ -83,13 +83,13 @@ TEST(OpenParameter, OneUnrollsTheTextureFlat)
 // scaling it matches Position XY / Z and Radius / Height Scale.
 TEST(ControlLayer, PlacesTheSurfaceLikeTheTransformParameters)
 {
-    e2e::SceneSession by_parameters("default_camera.json");
-    const host::RenderResult expected = by_parameters.render();
+    const auto by_parameters = e2e::openScene("default_camera.json");
+    const host::RenderResult expected = e2e::renderScene(*by_parameters);
     for (bool handle_in_params : {true, false}) {
         host::HostOptions options;
         options.layer_handle_in_params = handle_in_params;
-        e2e::SceneSession by_layer("control_layer.json", options);
-        const host::RenderResult frame = by_layer.render();
+        const auto by_layer = e2e::openScene("control_layer.json", options);
+        const host::RenderResult frame = e2e::renderScene(*by_layer);
         ASSERT_EQ(frame.err, PF_Err_NONE);
         EXPECT_EQ(e2e::compareFrames(frame, expected, 2e-3f), "") << handle_in_params;
     }
@@ -97,14 +97,14 @@ TEST(ControlLayer, PlacesTheSurfaceLikeTheTransformParameters)
 
 TEST(ControlLayer, MovedAndScaledMatchesPositionAndScaleParameters)
 {
-    e2e::SceneSession by_parameters("default_camera.json");
-    by_parameters.setPoint("Position XY", 120, 45);
-    by_parameters.set("Position Z", 30);
-    by_parameters.set("Radius Scale", 150);
-    by_parameters.set("Height Scale", 150);
-    const host::RenderResult expected = by_parameters.render();
-    e2e::SceneSession by_layer("control_layer_moved.json");
-    const host::RenderResult frame = by_layer.render();
+    const auto by_parameters = e2e::openScene("default_camera.json");
+    by_parameters->set_text("Position XY", "120,45");
+    by_parameters->set("Position Z", 30);
+    by_parameters->set("Radius Scale", 150);
+    by_parameters->set("Height Scale", 150);
+    const host::RenderResult expected = e2e::renderScene(*by_parameters);
+    const auto by_layer = e2e::openScene("control_layer_moved.json");
+    const host::RenderResult frame = e2e::renderScene(*by_layer);
     ASSERT_TRUE(frame.rendered);
     EXPECT_EQ(e2e::compareFrames(frame, expected, 2e-3f), "");
     // And it did move: the seam follows the layer to x = 120.

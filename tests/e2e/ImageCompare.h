@@ -4,7 +4,7 @@
 #include <cmath>
 #include <string>
 
-#include "e2e/SceneSession.h"
+#include "e2e/SceneFiles.h"
 
 namespace e2e {
 

@@ -5,7 +5,7 @@
 #include <algorithm>
 
 #include "e2e/ImageCompare.h"
-#include "e2e/SceneSession.h"
+#include "e2e/SceneFiles.h"
 #include "host/FaultInjector.h"
 
 namespace {
@@ -17,8 +17,8 @@ constexpr int kCentreY = 50;
 // silhouette's half width becomes a * zoom / sqrt(138.9^2 - a^2) = 32 px.
 TEST(CompositionCamera, CloserCameraEnlargesTheSurface)
 {
-    e2e::SceneSession session("camera.json");
-    const host::RenderResult close = session.render();
+    const auto session = e2e::openScene("camera.json");
+    const host::RenderResult close = e2e::renderScene(*session);
     ASSERT_EQ(close.err, PF_Err_NONE);
     EXPECT_GT(e2e::pixelAt(close, kCentreX + 28, kCentreY).alpha, 0.999f);
     EXPECT_EQ(e2e::pixelAt(close, kCentreX + 34, kCentreY).alpha, 0.0f);
@@ -26,19 +26,19 @@ TEST(CompositionCamera, CloserCameraEnlargesTheSurface)
 
 TEST(CompositionCamera, IgnoredWhenTheEffectIsToldNotToUseIt)
 {
-    e2e::SceneSession session("camera.json");
-    session.set("Use Composition Camera", 0);
-    const host::RenderResult frame = session.render();
-    e2e::SceneSession plain("default_camera.json");
-    EXPECT_EQ(e2e::compareFrames(frame, plain.render(), 2e-3f), "");
+    const auto session = e2e::openScene("camera.json");
+    session->set("Use Composition Camera", 0);
+    const host::RenderResult frame = e2e::renderScene(*session);
+    const auto plain = e2e::openScene("default_camera.json");
+    EXPECT_EQ(e2e::compareFrames(frame, e2e::renderScene(*plain), 2e-3f), "");
 }
 
 // Emission 100 % shows the texel (64/255 grey); one ambient light at 100 % adds it once more.
 // The switched-off light and the one that starts later add nothing.
 TEST(Lights, OnlyTheActiveAmbientLightAddsItsShare)
 {
-    e2e::SceneSession session("lights.json");
-    const host::RenderResult frame = session.render();
+    const auto session = e2e::openScene("lights.json");
+    const host::RenderResult frame = e2e::renderScene(*session);
     ASSERT_EQ(frame.err, PF_Err_NONE);
     const PF_PixelFloat centre = e2e::pixelAt(frame, kCentreX, kCentreY);
     const float twice = 2.0f * 64.0f / 255.0f;
@@ -48,12 +48,12 @@ TEST(Lights, OnlyTheActiveAmbientLightAddsItsShare)
     EXPECT_NEAR(centre.blue, twice, 1e-4);
 }
 
-int iterationsOfOneRender(e2e::SceneSession& session)
+int iterationsOfOneRender(host::Session& session)
 {
     host::FaultInjector& faults = session.host().faults();
     faults.reset();
     faults.set_recording(true);
-    const host::RenderResult frame = session.render();
+    const host::RenderResult frame = e2e::renderScene(session);
     EXPECT_EQ(frame.err, PF_Err_NONE);
     const std::vector<std::string> calls = faults.recorded_calls();
     faults.reset();
@@ -62,29 +62,29 @@ int iterationsOfOneRender(e2e::SceneSession& session)
 
 TEST(DepthOfField, OnWithACameraRunsTwoPasses)
 {
-    e2e::SceneSession session("camera.json");
-    session.set("Depth Of Field", 3);
-    EXPECT_EQ(iterationsOfOneRender(session), 2);
-    session.set("Depth Of Field", 1);
-    EXPECT_EQ(iterationsOfOneRender(session), 1);
-    session.set("Depth Of Field", 3);
-    session.set("Use Composition Camera", 0);
-    EXPECT_EQ(iterationsOfOneRender(session), 1);
+    const auto session = e2e::openScene("camera.json");
+    session->set("Depth Of Field", 3);
+    EXPECT_EQ(iterationsOfOneRender(*session), 2);
+    session->set("Depth Of Field", 1);
+    EXPECT_EQ(iterationsOfOneRender(*session), 1);
+    session->set("Depth Of Field", 3);
+    session->set("Use Composition Camera", 0);
+    EXPECT_EQ(iterationsOfOneRender(*session), 1);
 }
 
 TEST(DepthOfField, OnWithoutACameraRunsOnePass)
 {
-    e2e::SceneSession session("default_camera.json");
-    session.set("Depth Of Field", 3);
-    EXPECT_EQ(iterationsOfOneRender(session), 1);
+    const auto session = e2e::openScene("default_camera.json");
+    session->set("Depth Of Field", 3);
+    EXPECT_EQ(iterationsOfOneRender(*session), 1);
 }
 
 // The camera focuses on the pivot's distance, so the pivot stays sharp through the passes.
 TEST(DepthOfField, PassesLeaveTheFocusedCentreSharp)
 {
-    e2e::SceneSession session("camera.json");
-    session.set("Depth Of Field", 3);
-    const host::RenderResult frame = session.render();
+    const auto session = e2e::openScene("camera.json");
+    session->set("Depth Of Field", 3);
+    const host::RenderResult frame = e2e::renderScene(*session);
     ASSERT_EQ(frame.err, PF_Err_NONE);
     const PF_PixelFloat left = e2e::pixelAt(frame, kCentreX - 4, kCentreY);
     const PF_PixelFloat right = e2e::pixelAt(frame, kCentreX + 3, kCentreY);
@@ -96,10 +96,10 @@ TEST(DepthOfField, PassesLeaveTheFocusedCentreSharp)
 
 TEST(OutputDepths, EightSixteenAndFloatAgreeWithinTheirPrecision)
 {
-    e2e::SceneSession session("lights.json");
-    const host::RenderResult full = session.render(32);
-    const host::RenderResult sixteen = session.render(16);
-    const host::RenderResult eight = session.render(8);
+    const auto session = e2e::openScene("lights.json");
+    const host::RenderResult full = e2e::renderScene(*session, 32);
+    const host::RenderResult sixteen = e2e::renderScene(*session, 16);
+    const host::RenderResult eight = e2e::renderScene(*session, 8);
     ASSERT_TRUE(full.rendered && sixteen.rendered && eight.rendered);
     // Truncation loses up to one step of the channel type.
     EXPECT_EQ(e2e::compareFrames(sixteen, full, 1.0f / 32768 + 1e-5f), "");
@@ -111,9 +111,9 @@ TEST(OutputDepths, EightSixteenAndFloatAgreeWithinTheirPrecision)
 // is uniform, the half-size pixel shows the same.
 TEST(Downsample, HalfSizeShowsTheSamePicture)
 {
-    e2e::SceneSession session("default_camera.json");
-    const host::RenderResult full = session.render(32, 1);
-    const host::RenderResult half = session.render(32, 2);
+    const auto session = e2e::openScene("default_camera.json");
+    const host::RenderResult full = e2e::renderScene(*session, 32, 1);
+    const host::RenderResult half = e2e::renderScene(*session, 32, 2);
     ASSERT_TRUE(half.rendered);
     ASSERT_EQ(half.output->get().width, 100);
     ASSERT_EQ(half.output->get().height, 50);

@@ -5,7 +5,7 @@
 
 #include <cmath>
 
-#include "e2e/SceneSession.h"
+#include "e2e/SceneFiles.h"
 #include "render/ConstructRenderInfo.h"
 
 namespace {
@@ -15,7 +15,7 @@ constexpr double kDistance = 200.0 * 50.0 / 36.0;     // default camera, 277.78
 
 // Builds the record of a session's current parameters, as the driver would at full resolution.
 struct Built {
-    explicit Built(e2e::SceneSession& session, double seconds = 0)
+    explicit Built(host::Session& session, double seconds = 0)
         : scope(session.host().render_scope(32, seconds)), info(scope->in_data())
     {
         EXPECT_EQ(ConstructRenderInfo(scope->in_data(), info), PF_Err_NONE);
@@ -26,8 +26,8 @@ struct Built {
 
 TEST(ConstructRenderInfo, DefaultsGiveAnUprightCircularCylinderSeenByTheDefaultCamera)
 {
-    e2e::SceneSession session("default_camera.json");
-    Built built(session);
+    const auto session = e2e::openScene("default_camera.json");
+    Built built(*session);
     const RenderInfo& info = built.info;
     EXPECT_DOUBLE_EQ(info.open_scale, 1.0);
     EXPECT_FALSE(info.inverted);
@@ -60,20 +60,20 @@ TEST(ConstructRenderInfo, DefaultsGiveAnUprightCircularCylinderSeenByTheDefaultC
 // Opening by K moves the axis so that the pivot (the front-most point) stays at z = -a.
 TEST(ConstructRenderInfo, OpeningMovesTheAxisToKeepThePivot)
 {
-    e2e::SceneSession session("default_camera.json");
-    session.set("Open Parameter", 0.5);  // K = tan(pi/4) + 1 = 2
+    const auto session = e2e::openScene("default_camera.json");
+    session->set("Open Parameter", 0.5);  // K = tan(pi/4) + 1 = 2
     {
-        Built built(session);
+        Built built(*session);
         EXPECT_NEAR(built.info.open_scale, 2.0, 1e-9);
         EXPECT_NEAR(built.info.size.getX(), 2 * kRadius, 1e-4);
         EXPECT_NEAR(built.info.object_to_world.getElem(3, 2), kRadius, 1e-4);  // -a + 2a
     }
-    session.set("Open Parameter", 1.0);
-    EXPECT_DOUBLE_EQ(Built(session).info.open_scale, 10000.0);
+    session->set("Open Parameter", 1.0);
+    EXPECT_DOUBLE_EQ(Built(*session).info.open_scale, 10000.0);
     // 1.5: tan(3pi/4) = -1, K = 2, mirrored: the axis moves to -a - 2a.
-    session.set("Open Parameter", 1.5);
-    session.set("Render Side", 2);
-    Built inverted(session);
+    session->set("Open Parameter", 1.5);
+    session->set("Render Side", 2);
+    Built inverted(*session);
     EXPECT_TRUE(inverted.info.inverted);
     EXPECT_NEAR(inverted.info.open_scale, 2.0, 1e-9);
     EXPECT_NEAR(inverted.info.object_to_world.getElem(3, 2), -3 * kRadius, 1e-3);
@@ -83,14 +83,14 @@ TEST(ConstructRenderInfo, OpeningMovesTheAxisToKeepThePivot)
 
 TEST(ConstructRenderInfo, HyperboloidEllipseAndNegativeHeight)
 {
-    e2e::SceneSession session("default_camera.json");
-    session.set("Hyperboloid", 0.5);   // tan(pi/4) = 1: c = height
-    session.set("Ellipse X/Y", 0.5);   // k = tan(3pi/8)
-    session.set("Height Scale", -100);
-    session.set("Interval", 25);
-    session.set("Extension Side", 2);
-    session.set("Extensions", 3);
-    Built built(session);
+    const auto session = e2e::openScene("default_camera.json");
+    session->set("Hyperboloid", 0.5);   // tan(pi/4) = 1: c = height
+    session->set("Ellipse X/Y", 0.5);   // k = tan(3pi/8)
+    session->set("Height Scale", -100);
+    session->set("Interval", 25);
+    session->set("Extension Side", 2);
+    session->set("Extensions", 3);
+    Built built(*session);
     const double k = std::tan(1.5 * 3.141592653589793 / 4);
     EXPECT_NEAR(built.info.size.getX(), k * kRadius, 1e-3);
     EXPECT_NEAR(built.info.size.getY(), kRadius / k, 1e-4);
@@ -103,30 +103,30 @@ TEST(ConstructRenderInfo, HyperboloidEllipseAndNegativeHeight)
 
 TEST(ConstructRenderInfo, CameraDepthOfFieldNeedsTheCompositionCamera)
 {
-    e2e::SceneSession session("camera.json");
-    session.set("Depth Of Field", 3);
-    session.set("Boost DOF Blur", 200);
+    const auto session = e2e::openScene("camera.json");
+    session->set("Depth Of Field", 3);
+    session->set("Boost DOF Blur", 200);
     {
-        Built built(session);
+        Built built(*session);
         EXPECT_TRUE(built.info.depth_pass);
         EXPECT_NEAR(built.info.neg_focal, -277.7777778, 1e-3);
         EXPECT_NEAR(built.info.focus_distance, 138.8888889, 1e-4);
         // (zoom / focus) (aperture / 10) (blur / 100) boost = 2 * 2.53 * 1 * 2
         EXPECT_NEAR(built.info.dof_blur, 10.12, 1e-4);
     }
-    session.set("Depth Of Field", 2);  // follows the camera, whose own switch is off
-    EXPECT_FALSE(Built(session).info.depth_pass);
-    session.set("Depth Of Field", 3);
-    session.set("Use Composition Camera", 0);
-    Built ignored(session);
+    session->set("Depth Of Field", 2);  // follows the camera, whose own switch is off
+    EXPECT_FALSE(Built(*session).info.depth_pass);
+    session->set("Depth Of Field", 3);
+    session->set("Use Composition Camera", 0);
+    Built ignored(*session);
     EXPECT_FALSE(ignored.info.depth_pass);
     EXPECT_DOUBLE_EQ(ignored.info.dof_blur, 1.0);
 }
 
 TEST(ConstructRenderInfo, OnlyActiveLightLayersAreTaken)
 {
-    e2e::SceneSession session("lights.json");
-    Built built(session, 0.5);
+    const auto session = e2e::openScene("lights.json");
+    Built built(*session, 0.5);
     ASSERT_EQ(built.info.lights.size(), 1u);
     const vLight& light = *built.info.lights[0];
     EXPECT_EQ(light.type, 3);  // ambient
@@ -135,18 +135,18 @@ TEST(ConstructRenderInfo, OnlyActiveLightLayersAreTaken)
     EXPECT_NEAR(light.cos_half_cone, std::cos(3.141592653589793 / 4), 1e-12);
     EXPECT_DOUBLE_EQ(light.feather, 0.5);
     EXPECT_FALSE(light.casts_shadows);
-    Built later(session, 1.5);  // "Later" now shines as well
+    Built later(*session, 1.5);  // "Later" now shines as well
     EXPECT_EQ(later.info.lights.size(), 2u);
 }
 
 TEST(ConstructRenderInfo, DepthCompositeTakesFogColourWithoutAlpha)
 {
-    e2e::SceneSession session("default_camera.json");
-    session.set("Mode", 2);
-    session.set("Start depth", 100);
-    session.set("End depth", 50);
-    session.host().set_param("Fog Color", host::ParamValue::color(51, 102, 255, 0));
-    Built built(session);
+    const auto session = e2e::openScene("default_camera.json");
+    session->set("Mode", 2);
+    session->set("Start depth", 100);
+    session->set("End depth", 50);
+    session->host().set_param("Fog Color", host::ParamValue::color(51, 102, 255, 0));
+    Built built(*session);
     EXPECT_EQ(built.info.depth_composite.mode, 2);
     EXPECT_DOUBLE_EQ(built.info.depth_composite.length, -50.0);
     EXPECT_FLOAT_EQ(built.info.depth_composite.color.alpha, 1.0f);
