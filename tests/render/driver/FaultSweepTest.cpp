@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "e2e/SceneSession.h"
+#include "e2e/SceneFiles.h"
 #include "host/FaultInjector.h"
 
 namespace {
@@ -25,19 +25,19 @@ bool isRelease(const std::string& call)
     return false;
 }
 
-std::vector<std::string> callsOfOneRender(e2e::SceneSession& session)
+std::vector<std::string> callsOfOneRender(host::Session& session)
 {
     host::FaultInjector& faults = session.host().faults();
     faults.reset();
     faults.set_recording(true);
-    const host::RenderResult frame = session.render(8);
+    const host::RenderResult frame = e2e::renderScene(session, 8);
     EXPECT_EQ(frame.err, PF_Err_NONE);
     std::vector<std::string> calls = faults.recorded_calls();
     faults.reset();
     return calls;
 }
 
-void sweep(e2e::SceneSession& session)
+void sweep(host::Session& session)
 {
     std::string baseline = session.host().leaks();  // the global data
     const std::vector<std::string> calls = callsOfOneRender(session);
@@ -49,7 +49,7 @@ void sweep(e2e::SceneSession& session)
         faults.reset();
         faults.set_recording(true);
         faults.fail_call(n, kInjected);
-        const host::RenderResult frame = session.render(8);
+        const host::RenderResult frame = e2e::renderScene(session, 8);
         const std::vector<std::string> made = faults.recorded_calls();
         faults.reset();
         // A suite the pixel passes acquire lazily reports itself missing with this word.
@@ -76,29 +76,29 @@ TEST(FaultSweep, DepthOfFieldRenderReleasesEverythingOnEveryFailure)
 {
     host::HostOptions options;
     options.threads = 1;  // the same call order every run
-    e2e::SceneSession session("tiny.json", options);
-    sweep(session);
+    const auto session = e2e::openScene("tiny.json", options);
+    sweep(*session);
 }
 
 TEST(FaultSweep, SinglePassRenderReleasesEverythingOnEveryFailure)
 {
     host::HostOptions options;
     options.threads = 1;
-    e2e::SceneSession session("tiny.json", options);
-    session.set("Depth Of Field", 1);
-    sweep(session);
+    const auto session = e2e::openScene("tiny.json", options);
+    session->set("Depth Of Field", 1);
+    sweep(*session);
 }
 
 // A missing sampling suite stops the render before anything is checked out. Only the float
 // suite's failure is reported: that is the one word the driver returns.
 TEST(SamplingSuites, MissingSuiteRendersNothing)
 {
-    e2e::SceneSession session("tiny.json");
-    session.host().faults().fail_every("AcquireSuite", kInjected);
-    const host::RenderResult frame = session.render(8);
+    const auto session = e2e::openScene("tiny.json");
+    session->host().faults().fail_every("AcquireSuite", kInjected);
+    const host::RenderResult frame = e2e::renderScene(*session, 8);
     EXPECT_EQ(frame.err, kInjected);
-    session.host().faults().reset();
-    EXPECT_EQ(session.host().unload(), "");
+    session->host().faults().reset();
+    EXPECT_EQ(session->host().unload(), "");
 }
 
 }  // namespace
