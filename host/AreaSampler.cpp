@@ -55,9 +55,14 @@ int AreaSampler::splitAxis(double lo, double hi, A_long count, Span spans[3]) {
     hi = std::min(hi, count - 0.5);
     if (!(hi > lo)) return 0;
     // The pixel whose square holds lo (an edge on a boundary starts the next pixel), and the
-    // one whose square holds hi (an edge on a boundary ends the previous pixel).
-    const A_long first = std::min<A_long>(static_cast<A_long>(std::floor(lo + 0.5)), count - 1);
-    const A_long last = std::max<A_long>(static_cast<A_long>(std::ceil(hi + 0.5)) - 1, first);
+    // one whose square holds hi (an edge on a boundary ends the previous pixel). Both edges
+    // now lie in [-1/2, count - 1/2], so lo + 1/2 and hi + 1/2 are non-negative and small:
+    // truncation gives their floor, and one more where hi + 1/2 has a fraction, its ceiling.
+    const A_long first = std::min<A_long>(static_cast<A_long>(lo + 0.5), count - 1);
+    const double hi_edge = hi + 0.5;
+    const A_long hi_floor = static_cast<A_long>(hi_edge);
+    const A_long hi_ceil = hi_floor + (static_cast<double>(hi_floor) < hi_edge ? 1 : 0);
+    const A_long last = std::max<A_long>(hi_ceil - 1, first);
     if (first == last) {
         spans[0] = Span{first, first, hi - lo};
         return 1;

@@ -54,7 +54,8 @@ template <>
 struct ChannelRounding<PF_Pixel> {
     static A_u_char convert(double v) {
         if (!(v > 0.0)) return 0;
-        return v >= 255.0 ? A_u_char(255) : static_cast<A_u_char>(std::floor(v + 0.5));
+        // v + 0.5 is positive here, so truncation is the floor.
+        return v >= 255.0 ? A_u_char(255) : static_cast<A_u_char>(v + 0.5);
     }
 };
 
@@ -62,7 +63,8 @@ template <>
 struct ChannelRounding<PF_Pixel16> {
     static A_u_short convert(double v) {
         if (!(v > 0.0)) return 0;
-        return v >= 32768.0 ? A_u_short(32768) : static_cast<A_u_short>(std::floor(v + 0.5));
+        // v + 0.5 is positive here, so truncation is the floor.
+        return v >= 32768.0 ? A_u_short(32768) : static_cast<A_u_short>(v + 0.5);
     }
 };
 
