@@ -103,15 +103,15 @@ AreaSampler::Sums AreaSampler::weightedBlocks(const Span* xs, int nx, const Span
     // Blocks in row-major order, each weighted by its overlap; the order fixes the rounding.
     Sums total{0.0, 0.0, 0.0, 0.0};
     for (int b = 0; b < ny; ++b) {
-        const A_long top = ys[b].first;
-        const A_long bottom = ys[b].last + 1;
+        const Sums* top = &corner(0, ys[b].first);
+        const Sums* bottom = &corner(0, ys[b].last + 1);
         for (int a = 0; a < nx; ++a) {
             const A_long left = xs[a].first;
             const A_long right = xs[a].last + 1;
-            const Sums& v00 = corner(left, top);
-            const Sums& v01 = corner(right, top);
-            const Sums& v10 = corner(left, bottom);
-            const Sums& v11 = corner(right, bottom);
+            const Sums& v00 = top[left];
+            const Sums& v01 = top[right];
+            const Sums& v10 = bottom[left];
+            const Sums& v11 = bottom[right];
             const double w = xs[a].weight * ys[b].weight;
             total.alpha += w * sum(v00.alpha, v01.alpha, v10.alpha, v11.alpha);
             total.red += w * sum(v00.red, v01.red, v10.red, v11.red);
