@@ -144,9 +144,6 @@ FaultPlan planFaults(const LifetimeResult& counted, const std::vector<std::strin
                     break;
                 case StepKind::Unload: point.allowed.none = true; break;  // set-down reports nothing
             }
-            // A host never refuses a suite it has already handed out; when it does here, the
-            // refused suite may be the one needed to give back a stream or an effect handle.
-            if (is_acquire) point.allowed.unreturnable_reference = true;
             if (isRelease(name)) {
                 point.allowed.none = point.allowed.injected = true;
                 point.allowed.may_leak = true;

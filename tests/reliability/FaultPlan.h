@@ -17,7 +17,6 @@ struct Allowed {
     bool injected = false;      // the effect passes the injected error back
     bool missing_suite = false; // a failed suite load reported as PF_Err_BAD_CALLBACK_PARAM
     bool may_leak = false;      // a failed release can keep that one object alive
-    bool unreturnable_reference = false;  // one AEGP stream or effect may stay behind
 
     bool accepts(PF_Err err, PF_Err injected_err) const;
 };

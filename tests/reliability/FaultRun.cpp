@@ -18,22 +18,18 @@ bool mentionsError(const std::string& text, PF_Err err) {
 
 bool escaped(const std::string& host_error) { return host_error.find("exception escaped") != std::string::npos; }
 
-// A failed release may keep exactly that one object (and the lock on it) alive; a refused
-// suite may keep one AEGP reference that needed it.
+// A failed release may keep exactly that one object (and the lock on it) alive.
 bool acceptableLeak(const std::string& leaks, const Allowed& allowed) {
     if (leaks.empty()) return true;
-    if (!allowed.may_leak && !allowed.unreturnable_reference) return false;
+    if (!allowed.may_leak) return false;
     std::istringstream in(leaks);
     std::string line;
     int lines = 0;
     while (std::getline(in, line)) {
         if (line.rfind("leaked 1 x ", 0) != 0) return false;
-        const bool reference = line.find("AEGP stream") != std::string::npos ||
-                               line.find("AEGP effect") != std::string::npos;
-        if (!allowed.may_leak && !reference) return false;
         ++lines;
     }
-    return lines <= (allowed.may_leak ? 2 : 1);
+    return lines <= 2;
 }
 
 std::string oneLine(std::string text) {
