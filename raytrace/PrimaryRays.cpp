@@ -37,28 +37,44 @@ static_assert(gridMatchesSamplingPoints(), "every sample offset is one of the gr
 
 const PF_PixelFloat kTransparent = {0.0f, 0.0f, 0.0f, 0.0f};
 
-inline QuadricCrossing crossingFrom(const RenderInfoTemplate<Cylinder>& info, const Vector3& d,
-                                    double ox, double oy, double oz, double C)
-{
-    const double isx = info.inv_size_sq.getX();
-    const double isy = info.inv_size_sq.getY();
-    const double isz = info.inv_size_sq.getZ();
-    const double dx = d.getX(), dy = d.getY(), dz = d.getZ();
-    const double A = dy * dy * isy + dx * dx * isx - dz * dz * isz;
-    const double E = dy * oy * isy + dx * ox * isx - dz * oz * isz;
-    return QuadricCrossing{A, -E, E * E - A * C};
-}
+// The quadric's inverse squared semi-axes and, for a perspective camera, the eye every ray
+// starts from, widened to double once for all the rays of a pixel.
+class CameraQuadric {
+public:
+    explicit CameraQuadric(const RenderInfoTemplate<Cylinder>& info)
+        : isx_(info.inv_size_sq.getX()),
+          isy_(info.inv_size_sq.getY()),
+          isz_(info.inv_size_sq.getZ()),
+          perspective_(info.perspective),
+          eye_x_(info.eye_x),
+          eye_y_(info.eye_y),
+          eye_z_(info.eye_z),
+          eye_implicit_(info.eye_implicit)
+    {
+    }
 
-inline QuadricCrossing crossingOfRay(const RenderInfoTemplate<Cylinder>& info, const Ray& ray)
-{
-    if (info.perspective)
-        return crossingFrom(info, ray.direction, info.eye_x, info.eye_y, info.eye_z,
-                            info.eye_implicit);
-    const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
-    const double C = oy * oy * info.inv_size_sq.getY() + ox * ox * info.inv_size_sq.getX() -
-                     oz * oz * info.inv_size_sq.getZ() - 1.0;
-    return crossingFrom(info, ray.direction, ox, oy, oz, C);
-}
+    QuadricCrossing crossing(const Ray& ray) const
+    {
+        if (perspective_)
+            return crossingFrom(ray.direction, eye_x_, eye_y_, eye_z_, eye_implicit_);
+        const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
+        const double C = oy * oy * isy_ + ox * ox * isx_ - oz * oz * isz_ - 1.0;
+        return crossingFrom(ray.direction, ox, oy, oz, C);
+    }
+
+private:
+    QuadricCrossing crossingFrom(const Vector3& d, double ox, double oy, double oz, double C) const
+    {
+        const double dx = d.getX(), dy = d.getY(), dz = d.getZ();
+        const double A = dy * dy * isy_ + dx * dx * isx_ - dz * dz * isz_;
+        const double E = dy * oy * isy_ + dx * ox * isx_ - dz * oz * isz_;
+        return QuadricCrossing{A, -E, E * E - A * C};
+    }
+
+    double isx_, isy_, isz_;
+    bool perspective_;
+    double eye_x_, eye_y_, eye_z_, eye_implicit_;
+};
 
 bool isHit(const QuadricCrossing& q) { return q.D >= 0.0; }
 
@@ -121,7 +137,7 @@ Ray cameraRay(const RenderInfoTemplate<Cylinder>& info, int x, int y, float dx, 
 
 QuadricCrossing crossingOf(const RenderInfoTemplate<Cylinder>& info, const Ray& ray)
 {
-    return crossingOfRay(info, ray);
+    return CameraQuadric(info).crossing(ray);
 }
 
 double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& count, double& A,
@@ -130,6 +146,7 @@ double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& 
     // The representative sample is kept in locals and handed out once at the end: stores
     // through the output references would make every later read of the record a reload.
     PixelCameraRays rays(info, x, y);
+    const CameraQuadric quadric(info);
 
     // Corners first: they settle the empty background and the surface's interior. Each
     // corner replaces the previous one, so the last corner is what the outputs keep.
@@ -138,7 +155,7 @@ double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& 
     QuadricCrossing corner = {0.0, 0.0, 0.0};
     for (int index : kCornerSamples) {
         corner_ray = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
-        corner = crossingOfRay(info, corner_ray);
+        corner = quadric.crossing(corner_ray);
         if (isHit(corner))
             ++corner_hits;
         else
@@ -164,7 +181,7 @@ double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& 
     bool have_hit = false;
     for (int index = 0; index < kSampleCount; ++index) {
         const Ray sample = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
-        const QuadricCrossing q = crossingOfRay(info, sample);
+        const QuadricCrossing q = quadric.crossing(sample);
         if (index == 0) {
             chosen_ray = sample;
             chosen.A = q.A;
