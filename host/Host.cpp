@@ -248,7 +248,7 @@ std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double comp_seconds,
 }
 
 A_Err Host::render_thread_rule(const CallContext& command, const char* name) const {
-    if (!options_.strict_render_thread || !command.on_render_thread() || !name) return A_Err_NONE;
+    if (!options_.strict_render_thread || !command.on_render_thread()) return A_Err_NONE;
     return forbiddenOnRenderThread(name) ? A_Err_WRONG_THREAD : A_Err_NONE;
 }
 

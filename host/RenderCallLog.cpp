@@ -36,10 +36,16 @@ const std::vector<std::string>& renderThreadForbiddenNames() {
     return names;
 }
 
-bool forbiddenOnRenderThread(const std::string& name) {
+bool forbiddenOnRenderThread(const char* name) {
+    if (!name) return false;
+    // Asked per call in strict mode, sampling included: compare in place, allocate nothing.
     const std::vector<std::string>& names = renderThreadForbiddenNames();
-    return std::binary_search(names.begin(), names.end(), name);
+    const auto at = std::lower_bound(names.begin(), names.end(), name,
+                                     [](const std::string& a, const char* b) { return a.compare(b) < 0; });
+    return at != names.end() && at->compare(name) == 0;
 }
+
+bool forbiddenOnRenderThread(const std::string& name) { return forbiddenOnRenderThread(name.c_str()); }
 
 std::uint64_t RenderCallLog::calls(PF_Cmd cmd, const std::string& name) const {
     for (const CallCount& c : phase(*this, cmd))

@@ -13,6 +13,7 @@ namespace host {
 
 // True for the entry points After Effects refuses on render threads since 13.5. The strict
 // render-thread mode (HostOptions::strict_render_thread) refuses exactly these.
+bool forbiddenOnRenderThread(const char* name);
 bool forbiddenOnRenderThread(const std::string& name);
 // Those entry points, in alphabetical order.
 const std::vector<std::string>& renderThreadForbiddenNames();
