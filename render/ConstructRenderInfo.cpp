@@ -242,8 +242,11 @@ void buildSurface(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info, 
     }
 
     Placement placement;
-    params.param(PARAM_CONTROL_LAYER);
-    if (AEGP_LayerH control = controlLayerOf(info))
+    // A chosen layer always arrives with pixels, so a layer value without any means no control
+    // layer, and the handle lookup (whose stream and effect references After Effects refuses to
+    // dispose of on render threads) is left out of the usual render.
+    const bool control_chosen = params.param(PARAM_CONTROL_LAYER).u.ld.data != nullptr;
+    if (AEGP_LayerH control = control_chosen ? controlLayerOf(info) : nullptr)
         placeByControlLayer(in_data, info, control, comp, placement);
     else
         placeByParameters(in_data, info, params, placement);

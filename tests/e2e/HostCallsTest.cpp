@@ -16,8 +16,8 @@ const host::CallCount* find(const std::vector<host::CallCount>& counts, const st
 }
 
 // The pre-render only declares its input; the render checks it out, finds the camera and
-// lights, reads the control layer through a new effect reference and its stream, and runs one
-// pixel pass.
+// lights and runs one pixel pass. Without a control layer it calls nothing that After Effects
+// refuses on render threads.
 TEST(HostCalls, EachSmartCommandListsWhatTheEffectCalled)
 {
     const auto session = e2e::openScene("lights.json");
@@ -33,15 +33,35 @@ TEST(HostCalls, EachSmartCommandListsWhatTheEffectCalled)
     EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetEffectCamera"), 1u);
     // Of the three lights only the one switched on and already started is read.
     EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetLightType"), 1u);
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewEffectForEffect"), 1u);
+    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewEffectForEffect"), 0u);
     // Every suite acquired is given back.
     EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AcquireSuite"), log.calls(PF_Cmd_SMART_RENDER, "ReleaseSuite"));
-    // Disposing of the effect reference and its stream is what After Effects would refuse.
-    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeEffect", "AEGP_DisposeStream"}));
-    EXPECT_TRUE(find(log.render, "AEGP_DisposeStream")->forbidden);
+    EXPECT_TRUE(log.forbidden_calls().empty());
     EXPECT_FALSE(find(log.render, "AEGP_GetLayerStreamValue")->forbidden);
     // The host keeps the last render's log as well.
     EXPECT_EQ(session->host().last_render_calls().render.size(), log.render.size());
+}
+
+// A control layer is found through a new effect reference and the stream of its parameter;
+// disposing of those two is what After Effects would refuse.
+TEST(HostCalls, AControlLayerIsFoundThroughCallsAfterEffectsRefusesOnRenderThreads)
+{
+    const auto session = e2e::openScene("control_layer.json");
+    const host::RenderResult frame = e2e::renderScene(*session);
+    ASSERT_EQ(frame.err, PF_Err_NONE);
+    const host::RenderCallLog& log = frame.calls;
+    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewEffectForEffect"), 1u);
+    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeEffect", "AEGP_DisposeStream"}));
+    EXPECT_TRUE(find(log.render, "AEGP_DisposeStream")->forbidden);
+}
+
+// The strict mode lets a render without a control layer through untouched.
+TEST(HostCalls, StrictModeRendersAFrameWithoutAControlLayer)
+{
+    host::HostOptions options;
+    options.strict_render_thread = true;
+    const auto session = e2e::openScene("lights.json", options);
+    EXPECT_EQ(e2e::renderScene(*session).err, PF_Err_NONE);
 }
 
 // The strict mode refuses every call of a marked function and nothing else.
@@ -49,7 +69,7 @@ TEST(HostCalls, StrictModeRefusesExactlyTheMarkedCalls)
 {
     host::HostOptions options;
     options.strict_render_thread = true;
-    const auto session = e2e::openScene("lights.json", options);
+    const auto session = e2e::openScene("control_layer.json", options);
     const host::RenderResult frame = e2e::renderScene(*session);
     const host::RenderCallLog& log = frame.calls;
     int refused_names = 0;
