@@ -77,22 +77,6 @@ float missDepth(const RenderInfoTemplate<Cylinder>& info, const Ray& ray, double
     return distance * focal / tc < info.dof_blur ? float(tc) : kNoDepth;
 }
 
-// One host area sample of a colour world at 16.16 position (x, y), as straight float.
-template <class T>
-PF_Err sampleWorld(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
-                   const PF_SampPB& pb, PF_PixelFloat& out)
-{
-    return AreaSample<T>(info.in_data, info.suites, x, y, pb, out);
-}
-
-template <>
-PF_Err sampleWorld<PF_PixelFloat>(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
-                                  const PF_SampPB& pb, PF_PixelFloat& out)
-{
-    return info.suites.SamplingFloatSuite1()->area_sample_float(info.in_data->effect_ref, x, y,
-                                                                &pb, &out);
-}
-
 // The layer in `world` around pixel (x, y), blurred for a layer at `depth`. The box is clipped
 // to the image, so near an edge it shrinks and its centre moves inward.
 template <class T>
@@ -107,12 +91,9 @@ PF_Err blurredLayer(const RenderInfoTemplate<Cylinder>& info, PF_LayerDef& world
     const double y0 = std::max(y - ry, 0.0);
     const double y1 = std::min(y + ry, double(world.height - 1));
 
-    PF_SampPB pb = {};
-    pb.x_radius = clampSampleRadius((x1 - x0) * 0.5);
-    pb.y_radius = clampSampleRadius((y1 - y0) * 0.5);
-    pb.src = &world;
-    return sampleWorld<T>(info, roundToFixed((x0 + x1) * 0.5), roundToFixed((y0 + y1) * 0.5), pb,
-                          out);
+    const PF_SampPB pb = areaSampleBlock((x1 - x0) * 0.5, (y1 - y0) * 0.5, &world);
+    return sampleStraight<T>(info, roundToFixed((x0 + x1) * 0.5), roundToFixed((y0 + y1) * 0.5),
+                             pb, out);
 }
 
 }  // namespace

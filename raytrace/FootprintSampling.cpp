@@ -35,23 +35,6 @@ void mergeFootprintPart(const PF_PixelFloat& part, PF_PixelFloat& out)
     out.alpha = alpha;
 }
 
-// The host area sample of the texture depth T at 16.16 position (x, y).
-template <class T>
-int sampleTexture(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
-                  const PF_SampPB& pb, PF_PixelFloat& out)
-{
-    return AreaSample<T>(info.in_data, info.suites, x, y, pb, out);
-}
-
-// Float textures are written by the host directly, without conversion.
-template <>
-int sampleTexture<PF_PixelFloat>(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
-                                 const PF_SampPB& pb, PF_PixelFloat& out)
-{
-    return info.suites.SamplingFloatSuite1()->area_sample_float(info.in_data->effect_ref, x, y,
-                                                                &pb, &out);
-}
-
 PF_Err hostAreaSample(const AEGP_SuiteHandler& suites, PF_ProgPtr effect_ref, PF_Fixed x,
                       PF_Fixed y, const PF_SampPB& pb, PF_Pixel& sample)
 {
@@ -149,11 +132,7 @@ int TopologycalSampling(const RenderInfoTemplate<Cylinder>& info, const Vector3&
                         double v, double xr, double yr, PF_LayerDef* layer, PF_PixelFloat& out)
 {
     (void)p;
-    PF_SampPB pb = {};
-    pb.x_radius = clampSampleRadius(xr);
-    pb.y_radius = clampSampleRadius(yr);
-    pb.area = 0;
-    pb.src = layer;
+    const PF_SampPB pb = areaSampleBlock(xr, yr, layer);
 
     const ExtensionInfo& extension = info.extension;
     const double K = std::fabs(info.open_scale);
@@ -194,7 +173,7 @@ int ULoopSampling(const RenderInfoTemplate<Cylinder>& info, const double& K, dou
     const double Ht = info.texture_layer.height;
     const PF_Fixed y = roundToFixed(Ht * v);
     const PF_Fixed x = roundToFixed(W * u);
-    int err = sampleTexture<T>(info, x, y, pb, out);
+    int err = sampleStraight<T>(info, x, y, pb, out);
 
     // The right-end test carries a +1 pixel margin, the left-end test none.
     double far_side_x = 0.0;
@@ -206,7 +185,7 @@ int ULoopSampling(const RenderInfoTemplate<Cylinder>& info, const double& K, dou
         return err;
 
     PF_PixelFloat far_side = {};
-    err = sampleTexture<T>(info, roundToFixed(far_side_x), y, pb, far_side);
+    err = sampleStraight<T>(info, roundToFixed(far_side_x), y, pb, far_side);
     mergeFootprintPart(far_side, out);
     return err;
 }
@@ -219,6 +198,30 @@ int AreaSample(const PF_InData* in_data, const AEGP_SuiteHandler& suites, int x,
     const PF_Err err = hostAreaSample(suites, in_data->effect_ref, x, y, pb, sample);
     out = PixelTraits<T>::toFloat(sample);
     return err;
+}
+
+PF_SampPB areaSampleBlock(double x_radius, double y_radius, PF_LayerDef* src)
+{
+    PF_SampPB pb = {};
+    pb.x_radius = clampSampleRadius(x_radius);
+    pb.y_radius = clampSampleRadius(y_radius);
+    pb.src = src;
+    return pb;
+}
+
+template <class T>
+int sampleStraight(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
+                   const PF_SampPB& pb, PF_PixelFloat& out)
+{
+    return AreaSample<T>(info.in_data, info.suites, x, y, pb, out);
+}
+
+template <>
+int sampleStraight<PF_PixelFloat>(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
+                                  const PF_SampPB& pb, PF_PixelFloat& out)
+{
+    return info.suites.SamplingFloatSuite1()->area_sample_float(info.in_data->effect_ref, x, y,
+                                                                &pb, &out);
 }
 
 template int TopologycalSampling<PF_Pixel>(const RenderInfoTemplate<Cylinder>&, const Vector3&,
@@ -243,3 +246,8 @@ template int AreaSample<PF_Pixel>(const PF_InData*, const AEGP_SuiteHandler&, in
                                   const PF_SampPB&, PF_PixelFloat&);
 template int AreaSample<PF_Pixel16>(const PF_InData*, const AEGP_SuiteHandler&, int, int,
                                     const PF_SampPB&, PF_PixelFloat&);
+
+template int sampleStraight<PF_Pixel>(const RenderInfoTemplate<Cylinder>&, PF_Fixed, PF_Fixed,
+                                      const PF_SampPB&, PF_PixelFloat&);
+template int sampleStraight<PF_Pixel16>(const RenderInfoTemplate<Cylinder>&, PF_Fixed, PF_Fixed,
+                                        const PF_SampPB&, PF_PixelFloat&);

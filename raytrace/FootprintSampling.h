@@ -39,6 +39,18 @@ template <class T>
 int AreaSample(const PF_InData* in_data, const AEGP_SuiteHandler& suites, int x, int y,
                const PF_SampPB& pb, PF_PixelFloat& out);
 
+// The sampling block for a box of half-sizes (x_radius, y_radius) pixels over `src`.
+PF_SampPB areaSampleBlock(double x_radius, double y_radius, PF_LayerDef* src);
+
+// One host area sample of pb.src, a world of depth T, at the 16.16 position (x, y), as straight
+// float. Float worlds are written by the host directly, without conversion.
+template <class T>
+int sampleStraight(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x, PF_Fixed y,
+                   const PF_SampPB& pb, PF_PixelFloat& out);
+template <>
+int sampleStraight<PF_PixelFloat>(const RenderInfoTemplate<Cylinder>& info, PF_Fixed x,
+                                  PF_Fixed y, const PF_SampPB& pb, PF_PixelFloat& out);
+
 extern template int TopologycalSampling<PF_Pixel>(const RenderInfoTemplate<Cylinder>&,
                                                   const Vectormath::Aos::Vector3&, double, double,
                                                   double, double, PF_LayerDef*, PF_PixelFloat&);
@@ -65,3 +77,8 @@ extern template int AreaSample<PF_Pixel>(const PF_InData*, const AEGP_SuiteHandl
                                          const PF_SampPB&, PF_PixelFloat&);
 extern template int AreaSample<PF_Pixel16>(const PF_InData*, const AEGP_SuiteHandler&, int, int,
                                            const PF_SampPB&, PF_PixelFloat&);
+
+extern template int sampleStraight<PF_Pixel>(const RenderInfoTemplate<Cylinder>&, PF_Fixed,
+                                             PF_Fixed, const PF_SampPB&, PF_PixelFloat&);
+extern template int sampleStraight<PF_Pixel16>(const RenderInfoTemplate<Cylinder>&, PF_Fixed,
+                                               PF_Fixed, const PF_SampPB&, PF_PixelFloat&);
