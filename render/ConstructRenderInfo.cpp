@@ -108,6 +108,27 @@ A_Time compTimeOf(const PF_InData* in_data, AEO::Interface& effect)
     return effect.ConvertEffectToCompTime(in_data->current_time, in_data->time_scale);
 }
 
+// The effect, the layer it is applied to and that layer's composition, opened in this order
+// and closed in reverse, each wrapper's error dropped as it closes.
+struct EffectComposition {
+    EffectComposition(const PF_InData* in_data, const RenderInfoTemplate<Cylinder>& info)
+        : effect(in_data->pica_basicP, in_data->effect_ref),
+          drop_effect(effect),
+          layer(info.aeo_in_data, effect.GetEffectLayer()),
+          drop_layer(layer),
+          composition(in_data->pica_basicP, layer.GetParentComp()),
+          drop_composition(composition)
+    {
+    }
+
+    AEO::Interface effect;
+    DropErrorAtExit drop_effect;
+    AEO::Layer layer;
+    DropErrorAtExit drop_layer;
+    AEO::Composition composition;
+    DropErrorAtExit drop_composition;
+};
+
 // The pixel aspect ratio of a layer's source; {0, 1} for a layer without one.
 A_Ratio sourcePixelAspect(const PF_InData* in_data, AEO::Layer& layer)
 {
@@ -259,13 +280,8 @@ void buildSurface(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info, 
 CompFrame compFrameOf(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info)
 {
     CompFrame frame;
-    AEO::Interface effect(in_data->pica_basicP, in_data->effect_ref);
-    DropErrorAtExit drop_effect(effect);
-    AEO::Layer effect_layer(info.aeo_in_data, effect.GetEffectLayer());
-    DropErrorAtExit drop_layer(effect_layer);
-    AEO::Composition comp(in_data->pica_basicP, effect_layer.GetParentComp());
-    DropErrorAtExit drop_comp(comp);
-    AEO::Item item(in_data->pica_basicP, comp.GetItem());
+    EffectComposition opened(in_data, info);
+    AEO::Item item(in_data->pica_basicP, opened.composition.GetItem());
     DropErrorAtExit drop_item(item);
     frame.width = item.width();
     frame.height = item.height();
@@ -278,12 +294,9 @@ CompFrame compFrameOf(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& in
 void buildCamera(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info, ATParameter& params,
                  const CompFrame& comp, bool& camera_used, bool& camera_dof)
 {
-    AEO::Interface effect(in_data->pica_basicP, in_data->effect_ref);
-    DropErrorAtExit drop_effect(effect);
-    AEO::Layer effect_layer(info.aeo_in_data, effect.GetEffectLayer());
-    DropErrorAtExit drop_layer(effect_layer);
-    AEO::Composition composition(in_data->pica_basicP, effect_layer.GetParentComp());
-    DropErrorAtExit drop_comp(composition);
+    EffectComposition opened(in_data, info);
+    AEO::Interface& effect = opened.effect;
+    AEO::Composition& composition = opened.composition;
     const A_Time comp_time = compTimeOf(in_data, effect);
 
     info.perspective = true;
@@ -363,12 +376,9 @@ void addLightIfActive(RenderInfoTemplate<Cylinder>& info, AEGP_LayerH handle, co
 
 void collectLights(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info, const CompFrame& comp)
 {
-    AEO::Interface effect(in_data->pica_basicP, in_data->effect_ref);
-    DropErrorAtExit drop_effect(effect);
-    AEO::Layer effect_layer(info.aeo_in_data, effect.GetEffectLayer());
-    DropErrorAtExit drop_layer(effect_layer);
-    AEO::Composition composition(in_data->pica_basicP, effect_layer.GetParentComp());
-    DropErrorAtExit drop_comp(composition);
+    EffectComposition opened(in_data, info);
+    AEO::Interface& effect = opened.effect;
+    AEO::Composition& composition = opened.composition;
     const A_Time comp_time = compTimeOf(in_data, effect);
 
     const A_long count = composition.GetNumLayers();
