@@ -21,45 +21,41 @@ inline Channel quantize(float value, float white) {
     return static_cast<Channel>(scaled);
 }
 
+// Whole-pixel conversions of an integer depth, channel by channel through Traits, which
+// supplies channelToFloat and channelFromFloat.
+template <class Pixel, class Traits>
+struct PerChannel {
+    static PF_PixelFloat toFloat(const Pixel& p) {
+        return PF_PixelFloat{Traits::channelToFloat(p.alpha), Traits::channelToFloat(p.red),
+                             Traits::channelToFloat(p.green), Traits::channelToFloat(p.blue)};
+    }
+    static Pixel fromFloat(const PF_PixelFloat& p) {
+        return Pixel{Traits::channelFromFloat(p.alpha), Traits::channelFromFloat(p.red),
+                     Traits::channelFromFloat(p.green), Traits::channelFromFloat(p.blue)};
+    }
+};
+
 }  // namespace pixel_detail
 
 template <class Pixel>
 struct PixelTraits;
 
 template <>
-struct PixelTraits<PF_Pixel> {
+struct PixelTraits<PF_Pixel> : pixel_detail::PerChannel<PF_Pixel, PixelTraits<PF_Pixel>> {
     using Channel = A_u_char;
     static constexpr float white = 255.0f;
 
     static float channelToFloat(Channel c) { return static_cast<float>(c) / white; }
     static Channel channelFromFloat(float v) { return pixel_detail::quantize<Channel>(v, white); }
-
-    static PF_PixelFloat toFloat(const PF_Pixel& p) {
-        return PF_PixelFloat{channelToFloat(p.alpha), channelToFloat(p.red), channelToFloat(p.green),
-                             channelToFloat(p.blue)};
-    }
-    static PF_Pixel fromFloat(const PF_PixelFloat& p) {
-        return PF_Pixel{channelFromFloat(p.alpha), channelFromFloat(p.red), channelFromFloat(p.green),
-                        channelFromFloat(p.blue)};
-    }
 };
 
 template <>
-struct PixelTraits<PF_Pixel16> {
+struct PixelTraits<PF_Pixel16> : pixel_detail::PerChannel<PF_Pixel16, PixelTraits<PF_Pixel16>> {
     using Channel = A_u_short;
     static constexpr float white = 32768.0f;
 
     static float channelToFloat(Channel c) { return static_cast<float>(c) * (1.0f / white); }
     static Channel channelFromFloat(float v) { return pixel_detail::quantize<Channel>(v, white); }
-
-    static PF_PixelFloat toFloat(const PF_Pixel16& p) {
-        return PF_PixelFloat{channelToFloat(p.alpha), channelToFloat(p.red), channelToFloat(p.green),
-                             channelToFloat(p.blue)};
-    }
-    static PF_Pixel16 fromFloat(const PF_PixelFloat& p) {
-        return PF_Pixel16{channelFromFloat(p.alpha), channelFromFloat(p.red), channelFromFloat(p.green),
-                          channelFromFloat(p.blue)};
-    }
 };
 
 template <>
