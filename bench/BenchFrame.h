@@ -7,30 +7,16 @@
 #include <memory>
 
 #include "AE_MyLib/AEObject/AEO_EffectWorld.h"
-#include "host/Host.h"
 #include "host/PixelWorld.h"
 #include "math/PixelConvert.h"
-#include "render/RenderInfo.h"
+#include "tests/support/RecordScene.h"
 
 namespace bench {
 
 constexpr A_long kTextureWidth = 1024;
 constexpr A_long kTextureHeight = 512;
 
-template <class Pixel>
-struct BitsOf;
-template <>
-struct BitsOf<PF_Pixel> {
-    static constexpr short value = 8;
-};
-template <>
-struct BitsOf<PF_Pixel16> {
-    static constexpr short value = 16;
-};
-template <>
-struct BitsOf<PF_PixelFloat> {
-    static constexpr short value = 32;
-};
+using test_support::BitsOf;
 
 // A 32-pixel checker of two opaque colours.
 template <class Pixel>
@@ -50,19 +36,17 @@ template <class Pixel>
 class Frame {
 public:
     Frame(A_long width, A_long height)
-        : width_(width), height_(height), scope_(host_.render_scope(BitsOf<Pixel>::value))
+        : width_(width), height_(height), scene_(BitsOf<Pixel>::value)
     {
         using Vectormath::Aos::Matrix4;
         using Vectormath::Aos::Vector3;
-        using Vectormath::Aos::Vector4;
         constexpr float kTwoPi = 6.2831853f;
         // The default camera of a 1920-wide composition stands 2666.7 pixels away.
         const float camera_distance = 2666.7f * (float(width) / 1920.0f);
 
         fillChecker<Pixel>(texture_);
-        output_.allocate(width, height, host::PixelFormatOf<Pixel>::value);
-        info_ = std::make_unique<RenderInfo>(scope_->in_data());
-        RenderInfo& info = *info_;
+        scene_.allocateOutput<Pixel>(width, height);
+        RenderInfo& info = scene_.info();
 
         // The texture's width wraps once around; its height runs along the axis.
         const float radius = float(width) / kTwoPi;
@@ -76,18 +60,11 @@ public:
         info.texture_width = width;
         info.texture_height = height * 0.8;
         info.open_scale = 1.0;
-        info.output = &output_.get();
         info.pixel_format = host::PixelFormatOf<Pixel>::value;
 
-        // Camera x -> local x, camera y -> local z, viewing direction -> local -y.
-        info.perspective = true;
-        info.neg_focal = -camera_distance;
+        scene_.setFacingCamera(camera_distance, true, camera_distance);
         info.image_center[0] = width * 0.5f;
         info.image_center[1] = height * 0.5f;
-        info.camera_to_object = Matrix4(Vector4(1, 0, 0, 0), Vector4(0, 0, 1, 0),
-                                        Vector4(0, -1, 0, 0), Vector4(0, camera_distance, 0, 1));
-        info.eye_y = camera_distance;
-        info.eye_implicit = info.eye_y * info.eye_y * info.inv_size_sq.getY() - 1.0;
         info.render_side = 1;
 
         info.emit = 0.1f;
@@ -116,15 +93,14 @@ public:
     ~Frame()
     {
         for (auto& world : dof_worlds_)
-            world.reset();
-        info_.reset();
+            world.reset();  // before the record whose memory they use
     }
 
     A_long pixels() const { return width_ * height_; }
 
     PF_Err run(PF_Err (*callback)(void*, A_long, A_long, A_long))
     {
-        return scope_->in_data()->utils->iterate_generic(pixels(), info_.get(), callback);
+        return scene_.iterate(callback);
     }
 
     void makeDofWorlds()
@@ -132,21 +108,19 @@ public:
         const auto colour = static_cast<AEO::PixelFormat::e>(host::PixelFormatOf<Pixel>::value);
         for (int i = 0; i < 4; ++i) {
             dof_worlds_[i] = std::make_unique<AEO::NewEffectWorld>(
-                info_->aeo_in_data, width_, height_, i < 2 ? colour : AEO::PixelFormat::ARGB32);
-            info_->depth_worlds[i] = dof_worlds_[i].get();
+                scene_.info().aeo_in_data, width_, height_,
+                i < 2 ? colour : AEO::PixelFormat::ARGB32);
+            scene_.info().depth_worlds[i] = dof_worlds_[i].get();
         }
     }
 
-    const PF_LayerDef& output() const { return output_.get(); }
+    const PF_LayerDef& output() const { return scene_.output(); }
 
 private:
     A_long width_;
     A_long height_;
-    host::Host host_;
-    std::unique_ptr<host::RenderScope> scope_;
+    test_support::RecordScene scene_;
     host::OwnedWorld texture_;
-    host::OwnedWorld output_;
-    std::unique_ptr<RenderInfo> info_;
     std::unique_ptr<AEO::NewEffectWorld> dof_worlds_[4];
 };
 

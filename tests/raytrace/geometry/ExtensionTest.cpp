@@ -4,7 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "raytrace/Hyperboloid.h"
-#include "raytrace/geometry/ShapeSetup.h"
+#include "support/ShapeSize.h"
 #include "render/RenderInfo.h"
 
 using Vectormath::Aos::Vector3;

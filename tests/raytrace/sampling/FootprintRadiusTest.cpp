@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "raytrace/FootprintSampling.h"
-#include "raytrace/geometry/ShapeSetup.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 using Vectormath::Aos::Vector4;

@@ -7,7 +7,7 @@
 #include "host/PixelWorld.h"
 #include "math/PixelConvert.h"
 #include "raytrace/FootprintSampling.h"
-#include "raytrace/geometry/ShapeSetup.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 
