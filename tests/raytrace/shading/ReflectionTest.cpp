@@ -5,37 +5,18 @@
 
 #include <cmath>
 
-#include "raytrace/Shading.h"
 #include "raytrace/shading/ShadingScene.h"
 
 namespace {
 
 using namespace shading_test;
 
-const PF_PixelFloat kTexel = pixel(1.0f, 0.8f, 0.4f, 0.2f);
 const Vector3 kHit(0.0f, -kRadius, 0.0f);
 
 // 10 x 4 map whose pixel (x, y) reads (x / 10, 1 - x / 10, y / 4): each pixel tells where it is.
 PF_PixelFloat mapPixel(int x, int y)
 {
     return pixel(1.0f, x / 10.0f, 1.0f - x / 10.0f, y / 4.0f);
-}
-
-template <class T>
-PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
-{
-    PF_PixelFloat out = pixel(-7, -7, -7, -7);
-    Ray_GetColor<T>(ray, t, scene.info(), out);
-    return out;
-}
-
-void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
-                 float tolerance = 1e-5f)
-{
-    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
-    EXPECT_NEAR(p.red, r, tolerance) << "red";
-    EXPECT_NEAR(p.green, g, tolerance) << "green";
-    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
 }
 
 // Only the reflection shows (no emission, no lights), sampled at a point (sharpness 1). The

@@ -7,11 +7,12 @@
 
 #include <cmath>
 #include <functional>
-#include <memory>
 
-#include "host/Host.h"
+#include <gtest/gtest.h>
+
 #include "host/PixelWorld.h"
-#include "render/RenderInfo.h"
+#include "raytrace/Shading.h"
+#include "support/RecordScene.h"
 
 namespace shading_test {
 
@@ -91,34 +92,33 @@ inline Ray rayThrough(const Vector3& hit, const Vector3& direction, float t)
     return ray;
 }
 
-class Scene {
+class Scene : public test_support::RecordScene {
 public:
-    explicit Scene(short bitdepth = 8)
-        : scope_(host_.render_scope(bitdepth)), info_(scope_->in_data())
+    explicit Scene(short bitdepth = 8) : RecordScene(bitdepth)
     {
-        info_.object_to_world = Matrix4::identity();
-        info_.world_to_object = Matrix4::identity();
-        info_.size = Vector3(kRadius, kRadius, 0.0f);
-        info_.size_sq = Vector3(kRadius * kRadius, kRadius * kRadius, 0.0f);
-        info_.inv_size = Vector3(1.0f / kRadius, 1.0f / kRadius, 0.0f);
-        info_.inv_size_sq = Vector3(1.0f / (kRadius * kRadius), 1.0f / (kRadius * kRadius), 0.0f);
-        info_.texture_height = kTextureHeight;
-        info_.open_scale = 1.0;
-        info_.fixed_u = 0.0;
-        info_.neg_focal = -1000.0f;
-        info_.perspective = true;
-        info_.emit = 1.0f;
+        RenderInfo& record = info();
+        record.object_to_world = Matrix4::identity();
+        record.world_to_object = Matrix4::identity();
+        record.size = Vector3(kRadius, kRadius, 0.0f);
+        record.size_sq = Vector3(kRadius * kRadius, kRadius * kRadius, 0.0f);
+        record.inv_size = Vector3(1.0f / kRadius, 1.0f / kRadius, 0.0f);
+        record.inv_size_sq =
+            Vector3(1.0f / (kRadius * kRadius), 1.0f / (kRadius * kRadius), 0.0f);
+        record.texture_height = kTextureHeight;
+        record.open_scale = 1.0;
+        record.fixed_u = 0.0;
+        record.neg_focal = -1000.0f;
+        record.perspective = true;
+        record.emit = 1.0f;
     }
-
-    RenderInfo& info() { return info_; }
 
     // Texture of the pixel type T, one colour everywhere.
     template <class T>
     void setUniformTexture(const PF_PixelFloat& colour, int width = 64, int height = 64)
     {
         fillWorld<T>(texture_, width, height, [&](int, int) { return colour; });
-        info_.texture_width = width;
-        info_.texture_layer = texture_.get();
+        info().texture_width = width;
+        info().texture_layer = texture_.get();
     }
 
     template <class T>
@@ -126,17 +126,35 @@ public:
                           const std::function<PF_PixelFloat(int x, int y)>& colour_at)
     {
         fillWorld<T>(reflection_, width, height, colour_at);
-        info_.reflection_layer = reflection_.get();
+        info().reflection_layer = reflection_.get();
     }
 
-    void addLight(const vLight& light) { info_.appendLight(light); }
+    void addLight(const vLight& light) { info().appendLight(light); }
 
 private:
-    host::Host host_;
-    std::unique_ptr<host::RenderScope> scope_;
     host::OwnedWorld texture_;
     host::OwnedWorld reflection_;
-    RenderInfo info_;  // last: its lights go back to the host before the scope ends
 };
 
-} // namespace shading_test
+// The texel every uniform texture shows: exact in 8 bits (255, 204, 102, 51).
+const PF_PixelFloat kTexel = pixel(1.0f, 0.8f, 0.4f, 0.2f);
+
+// The colour of the hit at t along `ray`, starting from a sentinel so an unwritten channel shows.
+template <class T>
+PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
+{
+    PF_PixelFloat out = pixel(-7, -7, -7, -7);
+    Ray_GetColor<T>(ray, t, scene.info(), out);
+    return out;
+}
+
+inline void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
+                        float tolerance = 1e-5f)
+{
+    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
+    EXPECT_NEAR(p.red, r, tolerance) << "red";
+    EXPECT_NEAR(p.green, g, tolerance) << "green";
+    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
+}
+
+}  // namespace shading_test

@@ -5,37 +5,17 @@
 
 #include <cmath>
 
-#include "raytrace/Shading.h"
 #include "raytrace/shading/ShadingScene.h"
 
 namespace {
 
 using namespace shading_test;
 
-// The texel every uniform texture below shows: exact in 8 bits (255, 204, 102, 51).
-const PF_PixelFloat kTexel = pixel(1.0f, 0.8f, 0.4f, 0.2f);
 
 // The camera looks along +y at the near wall; the hit (0, -100, 0) has u = 0.25, v = 0.5 and
 // the normal (0, -1, 0) facing the camera.
 const Vector3 kHit(0.0f, -kRadius, 0.0f);
 const Ray kHeadOn = rayThrough(kHit, Vector3(0, 1, 0), 900.0f);
-
-template <class T>
-PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
-{
-    PF_PixelFloat out = pixel(-7, -7, -7, -7);
-    Ray_GetColor<T>(ray, t, scene.info(), out);
-    return out;
-}
-
-void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
-                 float tolerance = 1e-5f)
-{
-    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
-    EXPECT_NEAR(p.red, r, tolerance) << "red";
-    EXPECT_NEAR(p.green, g, tolerance) << "green";
-    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
-}
 
 // A textured scene with emission off, so each test sees only the term it switches on.
 class ShadingTest : public ::testing::Test {
