@@ -205,11 +205,5 @@ std::string to_utf8(const A_UTF16Char* text) {
     return out;
 }
 
-A_Err check_project_call() {
-    CallContext* command = CallContext::current();
-    if (command == nullptr || command->host == nullptr) return A_Err_NONE;
-    return command->host->check_project_call(command->effect_ref());
-}
-
 }  // namespace aegp
 }  // namespace host

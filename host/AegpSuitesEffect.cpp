@@ -136,7 +136,6 @@ A_Err GetEffectFlags(AEGP_EffectRefH effectH, AEGP_EffectFlags* flags) {
 
 A_Err DisposeEffect(AEGP_EffectRefH effectH) {
     AEGP_ENTER("AEGP_DisposeEffect");
-    if (A_Err err = check_project_call()) return err;
     {
         std::lock_guard<std::mutex> lock(s_->records().mutex);
         if (s_->records().effects.erase(effectH) == 0) return A_Err_PARAMETER;

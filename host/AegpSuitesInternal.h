@@ -63,10 +63,6 @@ AEGP_MemHandle new_mem_handle(const void* data, std::size_t size);
 std::vector<A_UTF16Char> to_utf16(const std::string& utf8);
 std::string to_utf8(const A_UTF16Char* text);
 
-// The strict render-thread rule for calls that change the project, applied to the command
-// running on this thread (CallContext::current()).
-A_Err check_project_call();
-
 void register_layer_suites(SuiteRegistry& registry);
 void register_stream_suites(SuiteRegistry& registry);
 void register_effect_suites(SuiteRegistry& registry);

@@ -119,7 +119,6 @@ A_Err GetLayerFlags(AEGP_LayerH layerH, AEGP_LayerFlags* flags) {
 A_Err SetLayerFlag(AEGP_LayerH layerH, AEGP_LayerFlags flag, A_Boolean value) {
     AEGP_ENTER("AEGP_SetLayerFlag");
     NEED_LAYER(layerH);
-    if (A_Err err = check_project_call()) return err;
     if (flag == AEGP_LayerFlag_VIDEO_ACTIVE) {
         layer->video_active = value != 0;
     } else if (flag == AEGP_LayerFlag_LAYER_IS_3D && layer->has_source()) {
@@ -597,7 +596,6 @@ A_Err GetLightType(AEGP_LayerH layerH, AEGP_LightType* type) {
 A_Err SetLightType(AEGP_LayerH layerH, AEGP_LightType type) {
     AEGP_ENTER("AEGP_SetLightType");
     NEED_LAYER(layerH);
-    if (A_Err err = check_project_call()) return err;
     if (layer->kind != LayerKind::Light || type > AEGP_LightType_AMBIENT) return A_Err_PARAMETER;
     layer->light.type = static_cast<LightType>(type);
     return A_Err_NONE;

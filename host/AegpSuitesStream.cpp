@@ -207,7 +207,6 @@ A_Err IsStreamLegal(AEGP_LayerH layerH, AEGP_LayerStream which, A_Boolean* is_le
 
 A_Err GetNewLayerStream(AEGP_PluginID, AEGP_LayerH layerH, AEGP_LayerStream which, AEGP_StreamRefH* streamPH) {
     AEGP_ENTER("AEGP_GetNewLayerStream");
-    if (A_Err err = check_project_call()) return err;
     Layer* layer = layer_of(layerH);
     if (layer == nullptr || streamPH == nullptr || !legal(*layer, which)) return A_Err_PARAMETER;
     *streamPH = new_stream(s_, false, layer->id, which);
@@ -241,7 +240,6 @@ A_Err GetNewEffectStreamByIndex(AEGP_PluginID, AEGP_EffectRefH effectH, PF_Param
 
 A_Err DisposeStream(AEGP_StreamRefH streamH) {
     AEGP_ENTER("AEGP_DisposeStream");
-    if (A_Err err = check_project_call()) return err;
     {
         std::lock_guard<std::mutex> lock(s_->records().mutex);
         if (s_->records().streams.erase(streamH) == 0) return A_Err_PARAMETER;
@@ -319,7 +317,6 @@ A_Err GetExpression(AEGP_PluginID, AEGP_StreamRefH streamH, AEGP_MemHandle* expr
 
 A_Err SetExpression(AEGP_PluginID, AEGP_StreamRefH streamH, const A_char* expression) {
     AEGP_ENTER("AEGP_SetExpression");
-    if (A_Err err = check_project_call()) return err;
     NEED_STREAM(streamH);
     if (expression == nullptr) return A_Err_PARAMETER;
     std::string text = expression;  // the host keeps its own copy

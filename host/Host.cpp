@@ -252,8 +252,6 @@ A_Err Host::render_thread_rule(const CallContext& command, const char* name) con
     return forbiddenOnRenderThread(name) ? A_Err_WRONG_THREAD : A_Err_NONE;
 }
 
-A_Err Host::check_project_call(PF_ProgPtr) const { return A_Err_NONE; }
-
 // --- Sampling and iteration ---
 
 PF_Err Host::sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y, const PF_SampPB* params,

@@ -223,9 +223,6 @@ public:
     // After Effects forbids on render threads made during a smart command. Every entry point
     // applies it through HOST_FAULT_POINT.
     A_Err render_thread_rule(const CallContext& command, const char* name) const;
-    // The same rule for callers that check again explicitly: they have passed their entry
-    // point's gate already, so this never refuses a second time.
-    A_Err check_project_call(PF_ProgPtr effect_ref) const;
     // True while GLOBAL_SETUP runs (the only time AEGP_RegisterWithAEGP is allowed).
     bool registering() const { return registering_; }
     // One sample of `params->src` for the sampling callbacks: `depth` 8, 16 or 32 selects the
