@@ -147,13 +147,7 @@ AEGP_MemHandle new_mem_handle(const void* data, std::size_t size) {
     AegpSuites* s = session();
     auto record = std::make_unique<MemRecord>();
     record->data.assign(static_cast<const char*>(data), static_cast<const char*>(data) + size);
-    AEGP_MemHandle h = handle_of<AEGP_MemHandle>(*record);
-    {
-        std::lock_guard<std::mutex> lock(s->records().mutex);
-        s->records().mems[h] = std::move(record);
-    }
-    s->host().counters().acquire(Resource::AegpMemHandle, key_of(h));
-    return h;
+    return keep_record<AEGP_MemHandle>(s, &AegpSuites::Records::mems, std::move(record), Resource::AegpMemHandle);
 }
 
 std::vector<A_UTF16Char> to_utf16(const std::string& utf8) {

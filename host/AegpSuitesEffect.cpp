@@ -35,13 +35,7 @@ AEGP_EffectRefH new_effect(AegpSuites* s, PF_ProgPtr effect_ref, int layer_id) {
     auto record = std::make_unique<EffectRecord>();
     record->effect_ref = effect_ref;
     record->layer_id = layer_id;
-    AEGP_EffectRefH h = handle_of<AEGP_EffectRefH>(*record);
-    {
-        std::lock_guard<std::mutex> lock(s->records().mutex);
-        s->records().effects[h] = std::move(record);
-    }
-    s->host().counters().acquire(Resource::AegpEffect, key_of(h));
-    return h;
+    return keep_record<AEGP_EffectRefH>(s, &AegpSuites::Records::effects, std::move(record), Resource::AegpEffect);
 }
 
 A_Err GetNewEffectForEffect(AEGP_PluginID, PF_ProgPtr effect_ref, AEGP_EffectRefH* effectPH) {
@@ -123,8 +117,7 @@ A_Err GetLayerEffectByIndex(AEGP_PluginID, AEGP_LayerH layerH, AEGP_EffectIndex 
 }
 
 bool is_effect(AegpSuites* s, AEGP_EffectRefH effectH) {
-    std::lock_guard<std::mutex> lock(s->records().mutex);
-    return s->records().effects.count(effectH) != 0;
+    return find_record(s, &AegpSuites::Records::effects, effectH) != nullptr;
 }
 
 A_Err GetEffectFlags(AEGP_EffectRefH effectH, AEGP_EffectFlags* flags) {
@@ -136,12 +129,7 @@ A_Err GetEffectFlags(AEGP_EffectRefH effectH, AEGP_EffectFlags* flags) {
 
 A_Err DisposeEffect(AEGP_EffectRefH effectH) {
     AEGP_ENTER("AEGP_DisposeEffect");
-    {
-        std::lock_guard<std::mutex> lock(s_->records().mutex);
-        if (s_->records().effects.erase(effectH) == 0) return A_Err_PARAMETER;
-    }
-    s_->host().counters().release(Resource::AegpEffect, key_of(effectH));
-    return A_Err_NONE;
+    return drop_record(s_, &AegpSuites::Records::effects, effectH, Resource::AegpEffect);
 }
 
 AEGP_EffectSuite3 make_effect_suite() {
@@ -169,9 +157,7 @@ AEGP_EffectSuite3 make_effect_suite() {
 // ---- Memory suite ------------------------------------------------------------------------
 
 MemRecord* mem_of(AegpSuites* s, AEGP_MemHandle memH) {
-    std::lock_guard<std::mutex> lock(s->records().mutex);
-    auto it = s->records().mems.find(memH);
-    return it == s->records().mems.end() ? nullptr : it->second.get();
+    return find_record(s, &AegpSuites::Records::mems, memH);
 }
 
 A_Err NewMemHandle(AEGP_PluginID, const A_char*, AEGP_MemSize size, AEGP_MemFlag flags, AEGP_MemHandle* memPH) {
@@ -184,12 +170,7 @@ A_Err NewMemHandle(AEGP_PluginID, const A_char*, AEGP_MemSize size, AEGP_MemFlag
 
 A_Err FreeMemHandle(AEGP_MemHandle memH) {
     AEGP_ENTER("AEGP_FreeMemHandle");
-    {
-        std::lock_guard<std::mutex> lock(s_->records().mutex);
-        if (s_->records().mems.erase(memH) == 0) return A_Err_PARAMETER;
-    }
-    s_->host().counters().release(Resource::AegpMemHandle, key_of(memH));
-    return A_Err_NONE;
+    return drop_record(s_, &AegpSuites::Records::mems, memH, Resource::AegpMemHandle);
 }
 
 A_Err LockMemHandle(AEGP_MemHandle memH, void** ptr) {

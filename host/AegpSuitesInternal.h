@@ -5,6 +5,7 @@
 #include "host/AegpSuites.h"
 #include "host/Composition.h"
 #include "host/FaultInjector.h"
+#include "host/Host.h"
 
 #include <set>
 #include <string>
@@ -83,6 +84,46 @@ struct AegpSuites::Records {
     std::map<std::pair<int, int>, AEGP_DynStreamFlags> dyn_flags;  // (layer id or 0, which)
     std::set<std::string> reported;  // messages given once
 };
+
+namespace aegp {
+
+// The records of one kind of handle the suites hand out, by handle.
+template <class Record>
+using RecordTable = std::map<const void*, std::unique_ptr<Record>> AegpSuites::Records::*;
+
+// Files `record` under a new handle and counts the handle as held (`kind`).
+template <class Handle, class Record>
+Handle keep_record(AegpSuites* s, RecordTable<Record> table, std::unique_ptr<Record> record, Resource kind) {
+    Handle h = handle_of<Handle>(*record);
+    {
+        std::lock_guard<std::mutex> lock(s->records().mutex);
+        (s->records().*table)[h] = std::move(record);
+    }
+    s->host().counters().acquire(kind, key_of(h));
+    return h;
+}
+
+// The record behind a held handle, or null.
+template <class Record>
+Record* find_record(AegpSuites* s, RecordTable<Record> table, const void* h) {
+    std::lock_guard<std::mutex> lock(s->records().mutex);
+    const auto& records = s->records().*table;
+    auto it = records.find(h);
+    return it == records.end() ? nullptr : it->second.get();
+}
+
+// Forgets a held handle and counts it as given back; A_Err_PARAMETER for one not held.
+template <class Record>
+A_Err drop_record(AegpSuites* s, RecordTable<Record> table, const void* h, Resource kind) {
+    {
+        std::lock_guard<std::mutex> lock(s->records().mutex);
+        if ((s->records().*table).erase(h) == 0) return A_Err_PARAMETER;
+    }
+    s->host().counters().release(kind, key_of(h));
+    return A_Err_NONE;
+}
+
+}  // namespace aegp
 
 }  // namespace host
 

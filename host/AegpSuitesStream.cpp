@@ -13,9 +13,7 @@ namespace aegp {
 namespace {
 
 StreamRecord* stream_of(AegpSuites* s, AEGP_StreamRefH streamH) {
-    std::lock_guard<std::mutex> lock(s->records().mutex);
-    auto it = s->records().streams.find(streamH);
-    return it == s->records().streams.end() ? nullptr : it->second.get();
+    return find_record(s, &AegpSuites::Records::streams, streamH);
 }
 
 #define NEED_STREAM(handle)                          \
@@ -27,13 +25,7 @@ AEGP_StreamRefH new_stream(AegpSuites* s, bool effect, int layer_id, int which) 
     record->effect = effect;
     record->layer_id = layer_id;
     record->which = which;
-    AEGP_StreamRefH h = handle_of<AEGP_StreamRefH>(*record);
-    {
-        std::lock_guard<std::mutex> lock(s->records().mutex);
-        s->records().streams[h] = std::move(record);
-    }
-    s->host().counters().acquire(Resource::AegpStream, key_of(h));
-    return h;
+    return keep_record<AEGP_StreamRefH>(s, &AegpSuites::Records::streams, std::move(record), Resource::AegpStream);
 }
 
 bool is_camera_stream(int which) { return which >= AEGP_LayerStream_ZOOM && which <= AEGP_LayerStream_BLUR_LEVEL; }
@@ -215,9 +207,7 @@ A_Err GetNewLayerStream(AEGP_PluginID, AEGP_LayerH layerH, AEGP_LayerStream whic
 
 // The effect a reference stands for, or null.
 EffectRecord* effect_of(AegpSuites* s, AEGP_EffectRefH effectH) {
-    std::lock_guard<std::mutex> lock(s->records().mutex);
-    auto it = s->records().effects.find(effectH);
-    return it == s->records().effects.end() ? nullptr : it->second.get();
+    return find_record(s, &AegpSuites::Records::effects, effectH);
 }
 
 A_Err GetEffectNumParamStreams(AEGP_EffectRefH effectH, A_long* num) {
@@ -240,12 +230,7 @@ A_Err GetNewEffectStreamByIndex(AEGP_PluginID, AEGP_EffectRefH effectH, PF_Param
 
 A_Err DisposeStream(AEGP_StreamRefH streamH) {
     AEGP_ENTER("AEGP_DisposeStream");
-    {
-        std::lock_guard<std::mutex> lock(s_->records().mutex);
-        if (s_->records().streams.erase(streamH) == 0) return A_Err_PARAMETER;
-    }
-    s_->host().counters().release(Resource::AegpStream, key_of(streamH));
-    return A_Err_NONE;
+    return drop_record(s_, &AegpSuites::Records::streams, streamH, Resource::AegpStream);
 }
 
 A_Err GetStreamType(AEGP_StreamRefH streamH, AEGP_StreamType* type) {
