@@ -100,45 +100,57 @@ std::size_t SamplerCache::size() const {
     return entries_.size();
 }
 
+namespace {
+
+// The world a sample reads, or null with `*answer` set: an error for a call without a source
+// or destination, or none (and a transparent pixel in `*dst`) for an empty source.
+template <class Pixel>
+const PF_EffectWorld* sampleSource(const PF_SampPB* params, Pixel* dst, PF_Err* answer) {
+    *answer = PF_Err_NONE;
+    if (!params || !params->src || !dst) {
+        *answer = PF_Err_BAD_CALLBACK_PARAM;
+        return nullptr;
+    }
+    if (!params->src->data) {
+        *dst = Pixel{};
+        return nullptr;
+    }
+    return params->src;
+}
+
+// A sample read straight from the source world by `read(world)`.
+template <class Pixel, class Read>
+PF_Err sampleWorld(const PF_SampPB* params, Pixel* dst, Read read) {
+    PF_Err answer;
+    const PF_EffectWorld* src = sampleSource(params, dst, &answer);
+    if (!src) return answer;
+    if (worldPixelFormat(*src) != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
+    *dst = read(*src);
+    return PF_Err_NONE;
+}
+
+}  // namespace
+
 template <class Pixel>
 PF_Err sampleNearest(PF_Fixed x, PF_Fixed y, const PF_SampPB* params, Pixel* dst) {
-    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_EffectWorld& src = *params->src;
-    if (!src.data) {
-        *dst = Pixel{};
-        return PF_Err_NONE;
-    }
-    if (worldPixelFormat(src) != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
-    *dst = nearestSample<Pixel>(src, x, y);
-    return PF_Err_NONE;
+    return sampleWorld(params, dst, [&](const PF_EffectWorld& src) { return nearestSample<Pixel>(src, x, y); });
 }
 
 template <class Pixel>
 PF_Err sampleSubpixel(PF_Quality quality, PF_Fixed x, PF_Fixed y, const PF_SampPB* params, Pixel* dst) {
     if (quality == PF_Quality_LO) return sampleNearest(x, y, params, dst);
-    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_EffectWorld& src = *params->src;
-    if (!src.data) {
-        *dst = Pixel{};
-        return PF_Err_NONE;
-    }
-    if (worldPixelFormat(src) != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
-    *dst = bilinearSample<Pixel>(src, x, y);
-    return PF_Err_NONE;
+    return sampleWorld(params, dst, [&](const PF_EffectWorld& src) { return bilinearSample<Pixel>(src, x, y); });
 }
 
 template <class Pixel>
 PF_Err sampleArea(SamplerCache& cache, PF_Quality quality, PF_Fixed x, PF_Fixed y, const PF_SampPB* params,
                   Pixel* dst) {
     if (quality == PF_Quality_LO) return sampleNearest(x, y, params, dst);
-    if (!params || !params->src || !dst) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_EffectWorld& src = *params->src;
-    if (!src.data) {
-        *dst = Pixel{};
-        return PF_Err_NONE;
-    }
+    PF_Err answer;
+    const PF_EffectWorld* src = sampleSource(params, dst, &answer);
+    if (!src) return answer;
     try {
-        const AreaSampler& sampler = cache.get(src);
+        const AreaSampler& sampler = cache.get(*src);
         if (sampler.format() != PixelFormatOf<Pixel>::value) return PF_Err_BAD_CALLBACK_PARAM;
         *dst = sampler.sample<Pixel>(x, y, params->x_radius, params->y_radius);
     } catch (const std::bad_alloc&) {
