@@ -182,6 +182,14 @@ public:
     }
 
 private:
+    // Reads the optional field `name` of `j` into `target` with the Reader member `read`; an
+    // absent field keeps the default.
+    template <class T, class Value>
+    void optional(const Json& j, const std::string& path, const char* name, T& target,
+                  Value (Reader::*read)(const Json&, const std::string&) const) const {
+        if (j.contains(name)) target = (in_.*read)(j[name], field(path, name));
+    }
+
     std::shared_ptr<Composition> composition(const Json& j, const std::string& path) {
         in_.only_fields(j, path, {"name", "width", "height", "pixel_aspect", "frame_rate",
                                   "duration", "background"});
@@ -243,12 +251,12 @@ private:
                                        {{"footage", LayerKind::Footage}, {"solid", LayerKind::Solid},
                                         {"null", LayerKind::Null}, {"camera", LayerKind::Camera},
                                         {"light", LayerKind::Light}});
-        if (j.contains("name")) l.name = in_.text(j["name"], field(path, "name"));
-        if (j.contains("start_time")) l.start_time = in_.number(j["start_time"], field(path, "start_time"));
-        if (j.contains("in_point")) l.in_point = in_.number(j["in_point"], field(path, "in_point"));
-        if (j.contains("duration")) l.duration = in_.positive(j["duration"], field(path, "duration"));
-        if (j.contains("video")) l.video_active = in_.boolean(j["video"], field(path, "video"));
-        if (j.contains("3d")) l.is_3d = in_.boolean(j["3d"], field(path, "3d"));
+        optional(j, path, "name", l.name, &Reader::text);
+        optional(j, path, "start_time", l.start_time, &Reader::number);
+        optional(j, path, "in_point", l.in_point, &Reader::number);
+        optional(j, path, "duration", l.duration, &Reader::positive);
+        optional(j, path, "video", l.video_active, &Reader::boolean);
+        optional(j, path, "3d", l.is_3d, &Reader::boolean);
 
         require_only_for(j, path, "source", l.has_source());
         require_only_for(j, path, "camera", l.kind == LayerKind::Camera);
@@ -307,9 +315,9 @@ private:
             s.width = in_.positive_integer(j["width"], field(path, "width"));
             s.height = in_.positive_integer(j["height"], field(path, "height"));
         }
-        if (j.contains("color")) s.color = in_.color(j["color"], field(path, "color"));
-        if (j.contains("color2")) s.color2 = in_.color(j["color2"], field(path, "color2"));
-        if (j.contains("cell")) s.cell = in_.positive_integer(j["cell"], field(path, "cell"));
+        optional(j, path, "color", s.color, &Reader::color);
+        optional(j, path, "color2", s.color2, &Reader::color);
+        optional(j, path, "cell", s.cell, &Reader::positive_integer);
         if (j.contains("pixel_aspect")) {
             std::vector<double> r = in_.numbers(j["pixel_aspect"], field(path, "pixel_aspect"), 2);
             if (r[0] < 1 || r[1] < 1) in_.fail(field(path, "pixel_aspect"), "expected whole numbers of at least 1");
@@ -359,27 +367,25 @@ private:
             in_.fail(field(path, j.contains("auto_orient") ? "auto_orient" : "point_of_interest"),
                      "only cameras and lights have a point of interest");
         }
-        if (j.contains("anchor")) t.anchor = in_.animated_vec3(j["anchor"], field(path, "anchor"));
-        if (j.contains("position")) t.position = in_.animated_vec3(j["position"], field(path, "position"));
-        if (j.contains("scale")) t.scale = in_.animated_vec3(j["scale"], field(path, "scale"));
-        if (j.contains("orientation")) t.orientation = in_.animated_vec3(j["orientation"], field(path, "orientation"));
-        if (j.contains("rotation_x")) t.rotation_x = in_.animated_number(j["rotation_x"], field(path, "rotation_x"));
-        if (j.contains("rotation_y")) t.rotation_y = in_.animated_number(j["rotation_y"], field(path, "rotation_y"));
-        if (j.contains("rotation_z")) t.rotation_z = in_.animated_number(j["rotation_z"], field(path, "rotation_z"));
-        if (j.contains("point_of_interest")) {
-            t.point_of_interest = in_.animated_vec3(j["point_of_interest"], field(path, "point_of_interest"));
-        }
-        if (j.contains("auto_orient")) t.auto_orient = in_.boolean(j["auto_orient"], field(path, "auto_orient"));
+        optional(j, path, "anchor", t.anchor, &Reader::animated_vec3);
+        optional(j, path, "position", t.position, &Reader::animated_vec3);
+        optional(j, path, "scale", t.scale, &Reader::animated_vec3);
+        optional(j, path, "orientation", t.orientation, &Reader::animated_vec3);
+        optional(j, path, "rotation_x", t.rotation_x, &Reader::animated_number);
+        optional(j, path, "rotation_y", t.rotation_y, &Reader::animated_number);
+        optional(j, path, "rotation_z", t.rotation_z, &Reader::animated_number);
+        optional(j, path, "point_of_interest", t.point_of_interest, &Reader::animated_vec3);
+        optional(j, path, "auto_orient", t.auto_orient, &Reader::boolean);
     }
 
     void camera(const Json& j, const std::string& path, CameraSettings& c) {
         in_.only_fields(j, path, {"zoom", "depth_of_field", "focus_distance", "aperture",
                                   "blur_level", "projection"});
-        if (j.contains("zoom")) c.zoom = in_.animated_number(j["zoom"], field(path, "zoom"));
-        if (j.contains("depth_of_field")) c.depth_of_field = in_.animated_flag(j["depth_of_field"], field(path, "depth_of_field"));
-        if (j.contains("focus_distance")) c.focus_distance = in_.animated_number(j["focus_distance"], field(path, "focus_distance"));
-        if (j.contains("aperture")) c.aperture = in_.animated_number(j["aperture"], field(path, "aperture"));
-        if (j.contains("blur_level")) c.blur_level = in_.animated_number(j["blur_level"], field(path, "blur_level"));
+        optional(j, path, "zoom", c.zoom, &Reader::animated_number);
+        optional(j, path, "depth_of_field", c.depth_of_field, &Reader::animated_flag);
+        optional(j, path, "focus_distance", c.focus_distance, &Reader::animated_number);
+        optional(j, path, "aperture", c.aperture, &Reader::animated_number);
+        optional(j, path, "blur_level", c.blur_level, &Reader::animated_number);
         if (j.contains("projection")) {
             c.projection = in_.choice<CameraProjection>(j["projection"], field(path, "projection"),
                                                         {{"perspective", CameraProjection::Perspective},
@@ -395,13 +401,13 @@ private:
                                            {{"parallel", LightType::Parallel}, {"spot", LightType::Spot},
                                             {"point", LightType::Point}, {"ambient", LightType::Ambient}});
         }
-        if (j.contains("intensity")) l.intensity = in_.animated_number(j["intensity"], field(path, "intensity"));
-        if (j.contains("color")) l.color = in_.animated_color(j["color"], field(path, "color"));
-        if (j.contains("cone_angle")) l.cone_angle = in_.animated_number(j["cone_angle"], field(path, "cone_angle"));
-        if (j.contains("cone_feather")) l.cone_feather = in_.animated_number(j["cone_feather"], field(path, "cone_feather"));
-        if (j.contains("shadow_darkness")) l.shadow_darkness = in_.animated_number(j["shadow_darkness"], field(path, "shadow_darkness"));
-        if (j.contains("shadow_diffusion")) l.shadow_diffusion = in_.animated_number(j["shadow_diffusion"], field(path, "shadow_diffusion"));
-        if (j.contains("casts_shadows")) l.casts_shadows = in_.animated_flag(j["casts_shadows"], field(path, "casts_shadows"));
+        optional(j, path, "intensity", l.intensity, &Reader::animated_number);
+        optional(j, path, "color", l.color, &Reader::animated_color);
+        optional(j, path, "cone_angle", l.cone_angle, &Reader::animated_number);
+        optional(j, path, "cone_feather", l.cone_feather, &Reader::animated_number);
+        optional(j, path, "shadow_darkness", l.shadow_darkness, &Reader::animated_number);
+        optional(j, path, "shadow_diffusion", l.shadow_diffusion, &Reader::animated_number);
+        optional(j, path, "casts_shadows", l.casts_shadows, &Reader::animated_flag);
     }
 
     void effect(const Json& j, const std::string& path, Scene& scene) {
@@ -464,7 +470,7 @@ private:
         in_.only_fields(j, path, {"time", "frames", "bit_depth", "downsample"});
         SceneRender r;
         if (j.contains("time") && j.contains("frames")) in_.fail(path, "give either \"time\" or \"frames\"");
-        if (j.contains("time")) r.time = in_.number(j["time"], field(path, "time"));
+        optional(j, path, "time", r.time, &Reader::number);
         if (j.contains("frames")) {
             std::string fp = field(path, "frames");
             std::vector<double> f = in_.numbers(j["frames"], fp, 2);
@@ -481,7 +487,7 @@ private:
                 in_.fail(field(path, "bit_depth"), "expected 8, 16 or 32");
             }
         }
-        if (j.contains("downsample")) r.downsample = in_.positive_integer(j["downsample"], field(path, "downsample"));
+        optional(j, path, "downsample", r.downsample, &Reader::positive_integer);
         return r;
     }
 
