@@ -2,10 +2,6 @@
 
 namespace host {
 
-namespace {
-std::atomic<FaultInjector*> g_current{nullptr};
-}
-
 void FaultInjector::fail_call(std::uint64_t n, std::int32_t error) {
     fail_at_error_.store(error);
     fail_at_.store(n);
@@ -50,13 +46,6 @@ std::int32_t FaultInjector::hit(const char* name) {
 std::vector<std::string> FaultInjector::recorded_calls() const {
     std::lock_guard<std::mutex> lock(mutex_);
     return recorded_;
-}
-
-FaultInjector* FaultInjector::current() { return g_current.load(); }
-void FaultInjector::make_current() { g_current.store(this); }
-void FaultInjector::release_current() {
-    FaultInjector* self = this;
-    g_current.compare_exchange_strong(self, nullptr);
 }
 
 }  // namespace host

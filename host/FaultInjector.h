@@ -14,9 +14,11 @@
 #include <string>
 #include <vector>
 
+#include "host/SessionCurrent.h"
+
 namespace host {
 
-class FaultInjector {
+class FaultInjector : public SessionCurrent<FaultInjector> {
 public:
     FaultInjector() = default;
     FaultInjector(const FaultInjector&) = delete;
@@ -42,11 +44,6 @@ public:
     std::vector<std::string> recorded_calls() const;
     // The number of injected failures so far.
     std::uint64_t injected() const { return injected_.load(); }
-
-    // The injector of the active host session (null when none).
-    static FaultInjector* current();
-    void make_current();
-    void release_current();
 
 private:
     std::atomic<std::uint64_t> calls_{0};

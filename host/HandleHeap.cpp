@@ -1,6 +1,4 @@
 #include "host/HandleHeap.h"
-
-#include <atomic>
 #include <cstdio>
 #include <cstring>
 #include <new>
@@ -8,7 +6,6 @@
 namespace host {
 
 namespace {
-std::atomic<HandleHeap*> g_current{nullptr};
 constexpr std::uint64_t kMaxHandleBytes = std::uint64_t(1) << 32;
 }  // namespace
 
@@ -117,13 +114,6 @@ int HandleHeap::lock_count(char** handle) const {
 std::size_t HandleHeap::live() const {
     std::lock_guard<std::mutex> guard(mutex_);
     return blocks_.size();
-}
-
-HandleHeap* HandleHeap::current() { return g_current.load(); }
-void HandleHeap::make_current() { g_current.store(this); }
-void HandleHeap::release_current() {
-    HandleHeap* self = this;
-    g_current.compare_exchange_strong(self, nullptr);
 }
 
 }  // namespace host

@@ -11,10 +11,11 @@
 #include <mutex>
 
 #include "host/ResourceCounters.h"
+#include "host/SessionCurrent.h"
 
 namespace host {
 
-class HandleHeap {
+class HandleHeap : public SessionCurrent<HandleHeap> {
 public:
     static constexpr std::uint8_t kPoisonByte = 0xA5;
 
@@ -40,11 +41,6 @@ public:
     bool owns(char** handle) const;
     int lock_count(char** handle) const;
     std::size_t live() const;
-
-    // The heap of the active host session (null when none).
-    static HandleHeap* current();
-    void make_current();
-    void release_current();
 
 private:
     struct Block {

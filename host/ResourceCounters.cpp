@@ -1,12 +1,9 @@
 #include "host/ResourceCounters.h"
-
-#include <atomic>
 #include <sstream>
 
 namespace host {
 
 namespace {
-std::atomic<ResourceCounters*> g_current{nullptr};
 
 constexpr Resource kAllKinds[] = {
     Resource::Handle,     Resource::HandleLock, Resource::Suite,
@@ -99,13 +96,6 @@ void ResourceCounters::reset() {
     live_.clear();
     total_.clear();
     problems_.clear();
-}
-
-ResourceCounters* ResourceCounters::current() { return g_current.load(); }
-void ResourceCounters::make_current() { g_current.store(this); }
-void ResourceCounters::release_current() {
-    ResourceCounters* self = this;
-    g_current.compare_exchange_strong(self, nullptr);
 }
 
 void countAcquire(Resource kind, const std::string& key) {

@@ -10,6 +10,8 @@
 #include <utility>
 #include <vector>
 
+#include "host/SessionCurrent.h"
+
 namespace host {
 
 enum class Resource {
@@ -27,7 +29,7 @@ enum class Resource {
 
 const char* resourceName(Resource kind);
 
-class ResourceCounters {
+class ResourceCounters : public SessionCurrent<ResourceCounters> {
 public:
     ResourceCounters() = default;
     ResourceCounters(const ResourceCounters&) = delete;
@@ -50,11 +52,6 @@ public:
     // Every kind with its live and total counts, for logs.
     std::string summary() const;
     void reset();
-
-    // The counters of the active host session (null when none).
-    static ResourceCounters* current();
-    void make_current();
-    void release_current();
 
 private:
     mutable std::mutex mutex_;

@@ -1,15 +1,9 @@
 #include "host/SuiteRegistry.h"
 
-#include <atomic>
-
 #include "host/FaultInjector.h"
 #include "host/ResourceCounters.h"
 
 namespace host {
-
-namespace {
-std::atomic<SuiteRegistry*> g_current{nullptr};
-}
 
 std::string SuiteRegistry::key(const std::string& name, std::int32_t version) {
     return name + " v" + std::to_string(version);
@@ -46,13 +40,6 @@ std::int32_t SuiteRegistry::release(const char* name, std::int32_t version) {
     if (std::int32_t err = HOST_FAULT_POINT("ReleaseSuite")) return err;
     if (!find(name, version)) return kSuiteNotFoundError;
     return countRelease(Resource::Suite, key(name, version)) ? 0 : kSuiteNotFoundError;
-}
-
-SuiteRegistry* SuiteRegistry::current() { return g_current.load(); }
-void SuiteRegistry::make_current() { g_current.store(this); }
-void SuiteRegistry::release_current() {
-    SuiteRegistry* self = this;
-    g_current.compare_exchange_strong(self, nullptr);
 }
 
 }  // namespace host

@@ -9,12 +9,14 @@
 #include <string>
 #include <utility>
 
+#include "host/SessionCurrent.h"
+
 namespace host {
 
 // 'S!Fd': what AcquireSuite answers for an unknown name or version.
 constexpr std::int32_t kSuiteNotFoundError = 0x53214664;
 
-class SuiteRegistry {
+class SuiteRegistry : public SessionCurrent<SuiteRegistry> {
 public:
     SuiteRegistry() = default;
     SuiteRegistry(const SuiteRegistry&) = delete;
@@ -29,11 +31,6 @@ public:
     std::int32_t acquire(const char* name, std::int32_t version, const void** suite);
     // ReleaseSuite: 0, or kSuiteNotFoundError for a suite that is not held.
     std::int32_t release(const char* name, std::int32_t version);
-
-    // The registry of the active host session (null when none).
-    static SuiteRegistry* current();
-    void make_current();
-    void release_current();
 
     static std::string key(const std::string& name, std::int32_t version);
 
