@@ -7,6 +7,20 @@
 #include "raytrace/AxisAngle.h"
 #include "raytrace/ShapeForward.h"
 
+// The index of the copy that v falls in, floor(v / period), as a 32-bit integer. No render has
+// more than 32767 copies on a side, so an index far beyond that (an extreme or non-finite v) is
+// held at +-2^30: no copy exists there either way, and k + 1, k - 1 and -k cannot overflow.
+inline int32_t copyIndexOf(double v, double period)
+{
+    constexpr double kFar = 1073741824.0;  // 2^30
+    const double k = std::floor(v / period);
+    if (!(k > -kFar))  // NaN included
+        return -int32_t(kFar);
+    if (k > kFar)
+        return int32_t(kFar);
+    return int32_t(k);
+}
+
 // Shape-specific settings of the render record: the extended cylinder, copies of the texture
 // repeated beyond its own height along the axis. The general rules serve Cylinder (the shape
 // every render uses) and Sphere; Hyperboloid has its own below.
@@ -29,7 +43,7 @@ struct ExtraRenderInfo {
         {
             (void)p;
             const double period = interval + 1.0;
-            const int32_t k = int32_t(std::floor(v / period));
+            const int32_t k = copyIndexOf(v, period);
             if (k == 0)
                 return;
             if (k < 0 && head_extensions < -k)
@@ -78,7 +92,7 @@ struct ExtraRenderInfo<Hyperboloid> {
                                         double& v) const
         {
             const double period = interval + 1.0;
-            const int32_t k = int32_t(std::floor(v / period));
+            const int32_t k = copyIndexOf(v, period);
             if (k == 0)
                 return;
             if (!isTextureInExtension(k, p))

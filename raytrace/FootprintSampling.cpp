@@ -139,7 +139,7 @@ int TopologycalSampling(const RenderInfoTemplate<Cylinder>& info, const Vector3&
     const double period = extension.interval + 1.0;  // one copy and its gap, v units
     const double Ht = info.texture_layer.height;
 
-    const int32_t k = int32_t(std::floor(v / period));
+    const int32_t k = copyIndexOf(v, period);
     const double w = v - period * k;  // v inside copy k's period
 
     int err = PF_Err_NONE;

@@ -1,11 +1,12 @@
 #include <cmath>
+#include <limits>
 #include <utility>
 
 #include <gtest/gtest.h>
 
 #include "raytrace/Hyperboloid.h"
-#include "support/ShapeSize.h"
 #include "render/RenderInfo.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 
@@ -53,6 +54,23 @@ TEST_F(CylinderExtensionTest, NoCopyBeyondTheCount)
     const auto uv = mapped(0.3, 4.6);  // copy 3 of 2
     EXPECT_DOUBLE_EQ(uv.first, 0.3);
     EXPECT_DOUBLE_EQ(uv.second, 4.6);
+}
+
+// An extreme or non-finite v lies in no copy, with every count at its largest: the copy index
+// is held far out instead of wrapping round to a copy that exists.
+TEST_F(CylinderExtensionTest, ExtremeAndNonFiniteVLieInNoCopy)
+{
+    info.extension.head_extensions = 32767;
+    info.extension.tail_extensions = 32767;
+    const double inf = std::numeric_limits<double>::infinity();
+    for (const double v : {-1e300, -3e9, 3e9, 1e300, -inf, inf}) {
+        const auto uv = mapped(0.3, v);
+        EXPECT_DOUBLE_EQ(uv.first, 0.3) << v;
+        EXPECT_DOUBLE_EQ(uv.second, v) << v;
+    }
+    EXPECT_TRUE(std::isnan(mapped(0.3, std::nan("")).second));
+    EXPECT_EQ(copyIndexOf(-1e300, 1.5), -copyIndexOf(1e300, 1.5));
+    EXPECT_EQ(copyIndexOf(-2.9, 1.5), -2);
 }
 
 TEST_F(CylinderExtensionTest, FlipMirrorsOddCopiesOnly)
