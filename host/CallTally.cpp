@@ -1,16 +1,15 @@
 #include "host/CallTally.h"
 
+#include "host/PerThread.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstring>
 #include <map>
-#include <thread>
 
 namespace host {
 
 namespace {
-
-std::atomic<std::uint64_t> g_next_serial{1};
 
 // A name past a full table still gets counted, under this name.
 constexpr const char* kOverflowName = "(other entry points)";
@@ -29,51 +28,16 @@ struct CallTally::ThreadTable {
     // A render calls a few dozen distinct entry points; the host has about a hundred.
     static constexpr int kCapacity = 160;
 
-    explicit ThreadTable(std::thread::id id) : owner(id) {}
-
-    std::thread::id owner;
     std::atomic<int> used{0};  // entries [0, used) are filled; published after each fill
     int last = 0;              // the entry hit last: the same function is usually called again
     Entry entries[kCapacity + 1];  // the extra one counts overflow
 };
 
-namespace {
-
-void bump(std::atomic<std::uint64_t>& counter) {
-    // Single writer: a plain read-modify-write is enough and needs no locked instruction.
-    counter.store(counter.load(std::memory_order_relaxed) + 1, std::memory_order_relaxed);
-}
-
-// The calling thread's table of the tally it used last.
-struct ThreadCache {
-    std::uint64_t serial = 0;
-    void* table = nullptr;
-};
-thread_local ThreadCache t_cache;
-
-}  // namespace
-
-CallTally::CallTally() : serial_(g_next_serial.fetch_add(1)) {}
+CallTally::CallTally() : tables_(std::make_unique<PerThread<ThreadTable>>()) {}
 CallTally::~CallTally() = default;
 
-CallTally::ThreadTable& CallTally::table_of_this_thread() {
-    if (t_cache.serial == serial_) return *static_cast<ThreadTable*>(t_cache.table);
-    const std::thread::id me = std::this_thread::get_id();
-    std::lock_guard<std::mutex> lock(mutex_);
-    ThreadTable* table = nullptr;
-    for (const auto& t : tables_)
-        if (t->owner == me) table = t.get();
-    if (!table) {
-        tables_.push_back(std::make_unique<ThreadTable>(me));
-        table = tables_.back().get();
-    }
-    t_cache.serial = serial_;
-    t_cache.table = table;
-    return *table;
-}
-
 CallTally::Entry& CallTally::entry(PF_Cmd cmd, const char* name) {
-    ThreadTable& table = table_of_this_thread();
+    ThreadTable& table = tables_->local();
     Entry& last = table.entries[table.last];
     if (last.name == name && last.cmd == cmd) return last;
     const int used = table.used.load(std::memory_order_relaxed);
@@ -98,26 +62,25 @@ CallTally::Entry& CallTally::entry(PF_Cmd cmd, const char* name) {
     return fresh;
 }
 
-void CallTally::count(PF_Cmd cmd, const char* name) { bump(entry(cmd, name).calls); }
+void CallTally::count(PF_Cmd cmd, const char* name) { bumpOwnCounter(entry(cmd, name).calls); }
 
-void CallTally::refuse(PF_Cmd cmd, const char* name) { bump(entry(cmd, name).refused); }
+void CallTally::refuse(PF_Cmd cmd, const char* name) { bumpOwnCounter(entry(cmd, name).refused); }
 
 std::vector<CallCount> CallTally::totals(PF_Cmd cmd) const {
     // The same name may come from several string literals: merge by text.
     std::map<std::string, CallCount> by_name;
-    std::lock_guard<std::mutex> lock(mutex_);
-    for (const auto& table : tables_) {
-        const int used = table->used.load(std::memory_order_acquire);
+    tables_->for_each([&](const ThreadTable& table) {
+        const int used = table.used.load(std::memory_order_acquire);
         for (int i = 0; i <= ThreadTable::kCapacity; ++i) {
             if (i >= used && i != ThreadTable::kCapacity) continue;
-            const Entry& e = table->entries[i];
+            const Entry& e = table.entries[i];
             if (!e.name || e.cmd != cmd) continue;
             CallCount& total = by_name[e.name];
             total.name = e.name;
             total.calls += e.calls.load(std::memory_order_relaxed);
             total.refused += e.refused.load(std::memory_order_relaxed);
         }
-    }
+    });
     std::vector<CallCount> out;
     out.reserve(by_name.size());
     for (auto& entry : by_name) out.push_back(std::move(entry.second));

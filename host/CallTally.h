@@ -7,13 +7,15 @@
 
 #include <cstdint>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <vector>
 
 #include "AE_Effect.h"
 
 namespace host {
+
+template <class T>
+class PerThread;
 
 // Calls of one entry point in one command.
 struct CallCount {
@@ -44,11 +46,8 @@ private:
     struct ThreadTable;
     struct Entry;
     Entry& entry(PF_Cmd cmd, const char* name);
-    ThreadTable& table_of_this_thread();
 
-    const std::uint64_t serial_;  // tells tallies apart even when one reuses another's address
-    mutable std::mutex mutex_;    // guards tables_ (taken once per thread, never per call)
-    std::vector<std::unique_ptr<ThreadTable>> tables_;
+    std::unique_ptr<PerThread<ThreadTable>> tables_;
 };
 
 }  // namespace host

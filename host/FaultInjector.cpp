@@ -3,17 +3,24 @@
 namespace host {
 
 void FaultInjector::fail_call(std::uint64_t n, std::int32_t error) {
+    std::lock_guard<std::mutex> lock(mutex_);
     fail_at_error_.store(error);
     fail_at_.store(n);
+    update_armed();
 }
 
 void FaultInjector::fail_every(const std::string& name, std::int32_t error) {
     std::lock_guard<std::mutex> lock(mutex_);
     named_[name] = error;
     has_named_rules_.store(true);
+    update_armed();
 }
 
-void FaultInjector::set_recording(bool on) { recording_.store(on); }
+void FaultInjector::set_recording(bool on) {
+    std::lock_guard<std::mutex> lock(mutex_);
+    recording_.store(on);
+    update_armed();
+}
 
 void FaultInjector::reset() {
     std::lock_guard<std::mutex> lock(mutex_);
@@ -23,12 +30,20 @@ void FaultInjector::reset() {
     fail_at_.store(0);
     fail_at_error_.store(0);
     cancel_.store(false);
-    calls_.store(0);
+    unarmed_before_reset_ = unarmed_calls();
+    armed_calls_.store(0);
     injected_.store(0);
+    update_armed();
 }
 
-std::int32_t FaultInjector::hit(const char* name) {
-    const std::uint64_t number = calls_.fetch_add(1) + 1;
+void FaultInjector::update_armed() {
+    const bool armed = fail_at_.load() != 0 || has_named_rules_.load() || recording_.load();
+    if (armed && !armed_.load()) unarmed_at_arming_.store(unarmed_calls() - unarmed_before_reset_);
+    armed_.store(armed);
+}
+
+std::int32_t FaultInjector::hit_armed(const char* name) {
+    const std::uint64_t number = unarmed_at_arming_.load() + armed_calls_.fetch_add(1) + 1;
     std::int32_t error = 0;
     if (fail_at_.load() == number) error = fail_at_error_.load();
     if (recording_.load() || has_named_rules_.load()) {
@@ -41,6 +56,18 @@ std::int32_t FaultInjector::hit(const char* name) {
     }
     if (error != 0) injected_.fetch_add(1);
     return error;
+}
+
+std::uint64_t FaultInjector::unarmed_calls() const {
+    std::uint64_t total = 0;
+    unarmed_calls_.for_each([&](const ThreadCalls& t) { total += t.calls.load(std::memory_order_relaxed); });
+    return total;
+}
+
+std::uint64_t FaultInjector::calls() const {
+    std::lock_guard<std::mutex> lock(mutex_);
+    if (armed_.load()) return unarmed_at_arming_.load() + armed_calls_.load();
+    return unarmed_calls() - unarmed_before_reset_ + armed_calls_.load();
 }
 
 std::vector<std::string> FaultInjector::recorded_calls() const {

@@ -6,6 +6,11 @@
 // these calls; a rule can make the N-th call (counted from 1 over all entry points) or every
 // call of one named function return a chosen error. A counting run with recording on lists
 // every call by name, so a sweep can fail each call of a scenario in turn.
+//
+// Sampling functions pass the gate per pixel on every iteration thread. While no rule and no
+// recording is armed, each thread counts into a counter of its own (merged when read), so a
+// call writes no shared cache line. Once armed, calls are numbered on one shared counter that
+// continues from the merged count. Arm and disarm between commands, not while one runs.
 
 #include <atomic>
 #include <cstdint>
@@ -14,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "host/PerThread.h"
 #include "host/SessionCurrent.h"
 
 namespace host {
@@ -38,15 +44,34 @@ public:
     void reset();
 
     // Counts one call of `name`; returns the injected error, or 0.
-    std::int32_t hit(const char* name);
+    std::int32_t hit(const char* name) {
+        if (armed_.load(std::memory_order_relaxed)) return hit_armed(name);
+        bumpOwnCounter(unarmed_calls_.local().calls);
+        return 0;
+    }
 
-    std::uint64_t calls() const { return calls_.load(); }
+    // Calls counted since the last reset.
+    std::uint64_t calls() const;
     std::vector<std::string> recorded_calls() const;
     // The number of injected failures so far.
     std::uint64_t injected() const { return injected_.load(); }
 
 private:
-    std::atomic<std::uint64_t> calls_{0};
+    // One thread's calls while nothing is armed, on a cache line of its own.
+    struct alignas(64) ThreadCalls {
+        std::atomic<std::uint64_t> calls{0};
+    };
+
+    std::int32_t hit_armed(const char* name);
+    std::uint64_t unarmed_calls() const;
+    // Arms the shared numbering when a rule or recording is on; call with mutex_ held.
+    void update_armed();
+
+    std::atomic<bool> armed_{false};
+    PerThread<ThreadCalls> unarmed_calls_;
+    std::uint64_t unarmed_before_reset_ = 0;      // guarded by mutex_
+    std::atomic<std::uint64_t> unarmed_at_arming_{0};  // unarmed calls since reset, when armed
+    std::atomic<std::uint64_t> armed_calls_{0};        // calls made while armed, since reset
     std::atomic<std::uint64_t> injected_{0};
     std::atomic<std::uint64_t> fail_at_{0};
     std::atomic<std::int32_t> fail_at_error_{0};

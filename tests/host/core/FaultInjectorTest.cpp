@@ -3,6 +3,9 @@
 #include "AE_EffectCBSuites.h"
 #include "host/Host.h"
 
+#include <thread>
+#include <vector>
+
 namespace {
 
 // Acquires the world suite and makes and disposes of one world: 4 host calls
@@ -87,6 +90,56 @@ TEST(FaultInjector, ResetRestartsTheCount) {
     session.faults().reset();
     EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_NONE);
     EXPECT_EQ(session.faults().calls(), 4u);
+}
+
+// The numbering that rules by number rely on, across the per-thread counting used while
+// nothing is armed and the shared numbering used once a rule or recording is on.
+class FaultNumbering : public ::testing::Test {
+protected:
+    void callTimes(int n) {
+        for (int i = 0; i < n; ++i) faults.hit("x");
+    }
+    host::FaultInjector faults;
+};
+
+TEST_F(FaultNumbering, CountsCallsFromEveryThreadWhileNothingIsArmed) {
+    std::vector<std::thread> threads;
+    for (int t = 0; t < 4; ++t) threads.emplace_back([this] { callTimes(1000); });
+    for (std::thread& t : threads) t.join();
+    callTimes(5);
+    EXPECT_EQ(faults.calls(), 4005u);
+}
+
+TEST_F(FaultNumbering, RuleArmedLaterCountsOnFromTheCallsMadeBefore) {
+    callTimes(5);
+    faults.fail_call(faults.calls() + 2, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(faults.hit("sixth"), 0);
+    EXPECT_EQ(faults.hit("seventh"), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(faults.hit("eighth"), 0);
+    EXPECT_EQ(faults.calls(), 8u);
+    EXPECT_EQ(faults.injected(), 1u);
+}
+
+TEST_F(FaultNumbering, NumbersRunOnAcrossArmedAndUnarmedStretches) {
+    faults.set_recording(true);
+    callTimes(2);
+    faults.set_recording(false);
+    callTimes(3);
+    EXPECT_EQ(faults.calls(), 5u);
+    faults.set_recording(true);
+    faults.fail_call(7, PF_Err_INTERNAL_STRUCT_DAMAGED);
+    EXPECT_EQ(faults.hit("sixth"), 0);
+    EXPECT_EQ(faults.hit("seventh"), PF_Err_INTERNAL_STRUCT_DAMAGED);
+    EXPECT_EQ(faults.recorded_calls(), (std::vector<std::string>{"x", "x", "sixth", "seventh"}));
+}
+
+TEST_F(FaultNumbering, ResetRestartsTheNumberingAfterUnarmedCalls) {
+    callTimes(3);
+    faults.reset();
+    EXPECT_EQ(faults.calls(), 0u);
+    faults.fail_call(2, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(faults.hit("first"), 0);
+    EXPECT_EQ(faults.hit("second"), PF_Err_OUT_OF_MEMORY);
 }
 
 }  // namespace
