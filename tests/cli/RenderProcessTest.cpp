@@ -73,10 +73,11 @@ TEST(SceneProcess, FrameRangeFillsThePatternAndReportsTimes) {
 }
 
 // --host-calls adds up the calls of every frame: one layer checkout per frame before the
-// render, one pixel pass and one output checkout per frame in it.
+// render, one pixel pass and one output checkout per frame in it. The surface is placed by a
+// control layer, which is found through calls After Effects refuses on render threads.
 TEST(SceneProcess, HostCallsAreListedPerSmartCommandOverAllFrames) {
     TempFolder dir;
-    dir.write("small.json", clitest::smallScene());
+    dir.write("small.json", clitest::smallScene(R"(, "Control Layer": "Checker")"));
     CliRun run = runCli(dir, {"small.json", "--frames", "0-1", "-o", "f.####.png", "--quiet", "--host-calls"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
     auto line_of = [&](const std::string& name) {
