@@ -100,16 +100,16 @@ const AEGP_PFInterfaceSuite1 kPFInterfaceSuite = {GetEffectLayer, GetNewEffectFo
 
 A_Err GetLayerNumEffects(AEGP_LayerH layerH, A_long* num) {
     AEGP_ENTER("AEGP_GetLayerNumEffects");
-    Layer* layer = layer_of(layerH);
-    if (layer == nullptr || num == nullptr) return A_Err_PARAMETER;
+    NEED_LAYER(layerH);
+    if (num == nullptr) return A_Err_PARAMETER;
     *num = layer->id == s_->host().effect_layer_id() ? 1 : 0;
     return A_Err_NONE;
 }
 
 A_Err GetLayerEffectByIndex(AEGP_PluginID, AEGP_LayerH layerH, AEGP_EffectIndex index, AEGP_EffectRefH* effectPH) {
     AEGP_ENTER("AEGP_GetLayerEffectByIndex");
-    Layer* layer = layer_of(layerH);
-    if (layer == nullptr || effectPH == nullptr || index != 0 || layer->id != s_->host().effect_layer_id()) {
+    NEED_LAYER(layerH);
+    if (effectPH == nullptr || index != 0 || layer->id != s_->host().effect_layer_id()) {
         return A_Err_PARAMETER;
     }
     *effectPH = new_effect(s_, nullptr, layer->id);

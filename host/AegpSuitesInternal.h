@@ -133,6 +133,11 @@ A_Err drop_record(AegpSuites* s, RecordTable<Record> table, const void* h, Resou
     ::host::AegpSuites* s_ = ::host::aegp::session();               \
     if (s_ == nullptr) return A_Err_GENERIC
 
+// The layer behind a layer handle as `layer`; an unknown handle answers A_Err_PARAMETER.
+#define NEED_LAYER(handle)                                 \
+    ::host::Layer* layer = ::host::aegp::layer_of(handle); \
+    if (layer == nullptr) return A_Err_PARAMETER
+
 // Members with no use in this host: logged once and answered with A_Err_GENERIC.
 #define AEGP_UNIMPLEMENTED(suite, member) \
     (suite).member = [](auto...) -> A_Err { return ::host::aegp::unimplemented(#member); }

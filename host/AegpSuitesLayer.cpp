@@ -14,10 +14,6 @@ constexpr double kFilmWidthPixels = 36.0 * 72.0 / 25.4;
 
 Composition& comp_of(AegpSuites* s) { return *s->composition(); }
 
-#define NEED_LAYER(handle)                  \
-    Layer* layer = layer_of(handle);        \
-    if (layer == nullptr) return A_Err_PARAMETER
-
 #define NEED_COMP(handle) \
     if (s_->composition() == nullptr || !s_->is_comp(handle)) return A_Err_PARAMETER
 

@@ -191,16 +191,16 @@ A_Err stream_value(AegpSuites* s, const StreamRecord& stream, AEGP_LTimeMode mod
 
 A_Err IsStreamLegal(AEGP_LayerH layerH, AEGP_LayerStream which, A_Boolean* is_legal) {
     AEGP_ENTER("AEGP_IsStreamLegal");
-    Layer* layer = layer_of(layerH);
-    if (layer == nullptr || is_legal == nullptr) return A_Err_PARAMETER;
+    NEED_LAYER(layerH);
+    if (is_legal == nullptr) return A_Err_PARAMETER;
     *is_legal = legal(*layer, which) ? 1 : 0;
     return A_Err_NONE;
 }
 
 A_Err GetNewLayerStream(AEGP_PluginID, AEGP_LayerH layerH, AEGP_LayerStream which, AEGP_StreamRefH* streamPH) {
     AEGP_ENTER("AEGP_GetNewLayerStream");
-    Layer* layer = layer_of(layerH);
-    if (layer == nullptr || streamPH == nullptr || !legal(*layer, which)) return A_Err_PARAMETER;
+    NEED_LAYER(layerH);
+    if (streamPH == nullptr || !legal(*layer, which)) return A_Err_PARAMETER;
     *streamPH = new_stream(s_, false, layer->id, which);
     return A_Err_NONE;
 }
@@ -266,8 +266,8 @@ A_Err DisposeStreamValue(AEGP_StreamValue2* value) {
 A_Err GetLayerStreamValue(AEGP_LayerH layerH, AEGP_LayerStream which, AEGP_LTimeMode mode, const A_Time* time,
                           A_Boolean pre_expression, AEGP_StreamVal2* value, AEGP_StreamType* type0) {
     AEGP_ENTER("AEGP_GetLayerStreamValue");
-    Layer* layer = layer_of(layerH);
-    if (layer == nullptr || !legal(*layer, which)) return A_Err_PARAMETER;
+    NEED_LAYER(layerH);
+    if (!legal(*layer, which)) return A_Err_PARAMETER;
     StreamRecord stream;
     stream.layer_id = layer->id;
     stream.which = which;
