@@ -20,14 +20,14 @@ Matrix4d rotation_rows(double r00, double r01, double r02, double r10, double r1
     return r;
 }
 
+// Orientation and the three rotation properties turn the layer through the same product.
 Matrix4d orientation(const Vec3& degrees) {
     return Matrix4d::rotation_z(degrees.z) * Matrix4d::rotation_y(degrees.y) *
            Matrix4d::rotation_x(degrees.x);
 }
 
 Matrix4d own_rotation(const LayerTransform& t, double s) {
-    return Matrix4d::rotation_z(t.rotation_z.at(s)) * Matrix4d::rotation_y(t.rotation_y.at(s)) *
-           Matrix4d::rotation_x(t.rotation_x.at(s));
+    return orientation(Vec3{t.rotation_x.at(s), t.rotation_y.at(s), t.rotation_z.at(s)});
 }
 
 Vec3 flat(Vec3 v) {
