@@ -166,31 +166,33 @@ PF_Err ParamStore::add(PF_ParamIndex index, const PF_ParamDef& def, std::vector<
         entry.def.flags |= PF_ParamFlag_CANNOT_INTERP;
         if (def.u.bd.u.PF_DEF_NAMEPTR) entry.label = def.u.bd.u.PF_DEF_NAMEPTR;
     }
-    if (def.param_type == PF_Param_POPUP) {
-        entry.label = def.u.pd.u.PF_DEF_NAMESPTR;
-        if (countItems(entry.label) != def.u.pd.num_choices)
-            warnings.push_back(describe(next, def) + ": num_choices " +
-                               std::to_string(def.u.pd.num_choices) + " but " +
-                               std::to_string(countItems(entry.label)) + " items");
-    }
+    if (def.param_type == PF_Param_POPUP) entry.label = def.u.pd.u.PF_DEF_NAMESPTR;
+    warn_doubtful(next, entry, warnings);
+    defs_.push_back(entry);
+    rebind_labels();
+    return PF_Err_NONE;
+}
+
+void ParamStore::warn_doubtful(PF_ParamIndex index, const Entry& entry, std::vector<std::string>& warnings) const {
+    const PF_ParamDef& def = entry.def;
+    if (def.param_type == PF_Param_POPUP && countItems(entry.label) != def.u.pd.num_choices)
+        warnings.push_back(describe(index, def) + ": num_choices " + std::to_string(def.u.pd.num_choices) +
+                           " but " + std::to_string(countItems(entry.label)) + " items");
     for (const Entry& other : defs_)
         if (&other != &defs_.front() && def.uu.id != 0 && other.def.uu.id == def.uu.id) {
-            warnings.push_back(describe(next, def) + " reuses disk id " + std::to_string(def.uu.id));
+            warnings.push_back(describe(index, def) + " reuses disk id " + std::to_string(def.uu.id));
             break;
         }
     double lo = 0, hi = 0;
     const ParamValue initial = default_value(entry, DeliveryFrame());
     if (validRange(def, lo, hi) && (initial.v[0] < lo || initial.v[0] > hi))
-        warnings.push_back(describe(next, def) + ": default outside the valid range");
+        warnings.push_back(describe(index, def) + ": default outside the valid range");
     if (def.param_type == PF_Param_POINT) {
         const double lim_lo = def.u.td.restrict_bounds ? 0 : -600, lim_hi = def.u.td.restrict_bounds ? 100 : 600;
         const double x = def.u.td.x_dephault / kFixedOne, y = def.u.td.y_dephault / kFixedOne;
         if (x < lim_lo || x > lim_hi || y < lim_lo || y > lim_hi)
-            warnings.push_back(describe(next, def) + ": point default outside the allowed percentages");
+            warnings.push_back(describe(index, def) + ": point default outside the allowed percentages");
     }
-    defs_.push_back(entry);
-    rebind_labels();
-    return PF_Err_NONE;
 }
 
 std::string ParamStore::finish_setup(A_long declared_num_params, std::vector<std::string>& warnings) {

@@ -71,6 +71,9 @@ private:
     bool holds(const Entry& entry) const;
     Entry& valued_entry(PF_ParamIndex index);
     void rebind_labels();
+    // Warnings about an accepted definition the effect probably did not mean (a popup's item
+    // count, a reused disk id, a default outside the range).
+    void warn_doubtful(PF_ParamIndex index, const Entry& entry, std::vector<std::string>& warnings) const;
 
     std::vector<Entry> defs_;
     bool setup_open_ = false;
