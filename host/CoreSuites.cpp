@@ -37,7 +37,6 @@ PF_Err disposeModuleWorld(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
 
 namespace {
 
-
 // --- SP Basic Suite ---
 SPErr spAcquire(const char* name, int32 version, const void** suite) {
     SuiteRegistry* registry = SuiteRegistry::current();
