@@ -162,6 +162,21 @@ const ParamSpec kParamTable[PARAM_COUNT] = {
          PF_PUI_INVISIBLE),
 };
 
+namespace {
+
+// The valid and slider ranges and the default both slider kinds carry, in their own units.
+template <class SliderDef>
+void setSliderRange(SliderDef& slider, const ParamSpec& spec)
+{
+    slider.valid_min = spec.valid_min;
+    slider.valid_max = spec.valid_max;
+    slider.slider_min = spec.slider_min;
+    slider.slider_max = spec.slider_max;
+    slider.value = slider.dephault = spec.dephault;
+}
+
+}  // namespace
+
 PF_ParamDef describeParam(const ParamSpec& spec)
 {
     PF_ParamDef def;
@@ -188,20 +203,12 @@ PF_ParamDef describeParam(const ParamSpec& spec)
         break;
     case ParamKind::FixedSlider:
         def.param_type = PF_Param_FIX_SLIDER;
-        def.u.fd.valid_min = spec.valid_min;
-        def.u.fd.valid_max = spec.valid_max;
-        def.u.fd.slider_min = spec.slider_min;
-        def.u.fd.slider_max = spec.slider_max;
-        def.u.fd.value = def.u.fd.dephault = spec.dephault;
+        setSliderRange(def.u.fd, spec);
         def.u.fd.precision = spec.precision;
         break;
     case ParamKind::Slider:
         def.param_type = PF_Param_SLIDER;
-        def.u.sd.valid_min = spec.valid_min;
-        def.u.sd.valid_max = spec.valid_max;
-        def.u.sd.slider_min = spec.slider_min;
-        def.u.sd.slider_max = spec.slider_max;
-        def.u.sd.value = def.u.sd.dephault = spec.dephault;
+        setSliderRange(def.u.sd, spec);
         break;
     case ParamKind::Point:
         def.param_type = PF_Param_POINT;
