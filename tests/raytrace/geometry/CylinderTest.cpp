@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "support/ShapeSize.h"
 #include "render/RenderInfo.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 

@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "raytrace/Hyperboloid.h"
-#include "support/ShapeSize.h"
 #include "render/RenderInfo.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 

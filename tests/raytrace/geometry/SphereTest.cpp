@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "raytrace/Sphere.h"
-#include "support/ShapeSize.h"
 #include "render/RenderInfo.h"
+#include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 
