@@ -69,7 +69,7 @@ private:
 
     std::atomic<bool> armed_{false};
     PerThread<ThreadCalls> unarmed_calls_;
-    std::uint64_t unarmed_before_reset_ = 0;      // guarded by mutex_
+    std::uint64_t unarmed_before_reset_ = 0;           // guarded by mutex_
     std::atomic<std::uint64_t> unarmed_at_arming_{0};  // unarmed calls since reset, when armed
     std::atomic<std::uint64_t> armed_calls_{0};        // calls made while armed, since reset
     std::atomic<std::uint64_t> injected_{0};
