@@ -34,6 +34,15 @@ bool hasValue(PF_ParamType type) {
 
 bool nameFits(const A_char* name) { return std::memchr(name, '\0', PF_MAX_EFFECT_PARAM_NAME_LEN + 1) != nullptr; }
 
+// What PF_UpdateParamUI may change of a fixed or float slider: its range and how it is shown.
+template <class Slider>
+void takeShownRange(Slider& def, const Slider& changed) {
+    def.slider_min = changed.slider_min;
+    def.slider_max = changed.slider_max;
+    def.precision = changed.precision;
+    def.display_flags = changed.display_flags;
+}
+
 std::string paramName(const PF_ParamDef& def) {
     if (!nameFits(def.PF_DEF_NAME)) return std::string(def.PF_DEF_NAME, PF_MAX_EFFECT_PARAM_NAME_LEN + 1);
     return def.PF_DEF_NAME;
@@ -241,16 +250,10 @@ PF_Err ParamStore::update_ui(PF_ParamIndex index, const PF_ParamDef& changed) {
             def.u.sd.slider_max = changed.u.sd.slider_max;
             break;
         case PF_Param_FIX_SLIDER:
-            def.u.fd.slider_min = changed.u.fd.slider_min;
-            def.u.fd.slider_max = changed.u.fd.slider_max;
-            def.u.fd.precision = changed.u.fd.precision;
-            def.u.fd.display_flags = changed.u.fd.display_flags;
+            takeShownRange(def.u.fd, changed.u.fd);
             break;
         case PF_Param_FLOAT_SLIDER:
-            def.u.fs_d.slider_min = changed.u.fs_d.slider_min;
-            def.u.fs_d.slider_max = changed.u.fs_d.slider_max;
-            def.u.fs_d.precision = changed.u.fs_d.precision;
-            def.u.fs_d.display_flags = changed.u.fs_d.display_flags;
+            takeShownRange(def.u.fs_d, changed.u.fs_d);
             break;
         default:
             break;

@@ -169,4 +169,55 @@ TEST_F(ParamValidation, ValuesArriveInTheModulesUnits) {
     EXPECT_THROW(store.set(0 + 5, host::ParamValue::number(1)), host::HostError);
 }
 
+// PF_UpdateParamUI may move a slider's shown range and precision, never its valid range or
+// default.
+TEST_F(ParamValidation, UiUpdateChangesOnlyTheShownRangeOfFixedAndFloatSliders) {
+    PF_ParamDef fixed{};
+    fixed.param_type = PF_Param_FIX_SLIDER;
+    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
+    fixed.u.fd.valid_min = fixed.u.fd.slider_min = 0;
+    fixed.u.fd.valid_max = fixed.u.fd.slider_max = 100 << 16;
+    fixed.u.fd.dephault = 10 << 16;
+    ASSERT_EQ(add(fixed), PF_Err_NONE);
+    PF_ParamDef floating{};
+    floating.param_type = PF_Param_FLOAT_SLIDER;
+    std::strcpy(floating.PF_DEF_NAME, "Float");
+    floating.u.fs_d.valid_min = floating.u.fs_d.slider_min = 0;
+    floating.u.fs_d.valid_max = floating.u.fs_d.slider_max = 100;
+    floating.u.fs_d.dephault = 10;
+    ASSERT_EQ(add(floating), PF_Err_NONE);
+    ASSERT_EQ(store.finish_setup(3, warnings), "");
+
+    PF_ParamDef fixed_ui = store.def(1);
+    fixed_ui.u.fd.slider_min = 5 << 16;
+    fixed_ui.u.fd.slider_max = 50 << 16;
+    fixed_ui.u.fd.precision = 2;
+    fixed_ui.u.fd.display_flags = PF_ValueDisplayFlag_PERCENT;
+    fixed_ui.u.fd.valid_max = 1 << 16;  // not changeable
+    fixed_ui.u.fd.dephault = 0;         // not changeable
+    ASSERT_EQ(store.update_ui(1, fixed_ui), PF_Err_NONE);
+    const PF_FixedSliderDef& fd = store.def(1).u.fd;
+    EXPECT_EQ(fd.slider_min, 5 << 16);
+    EXPECT_EQ(fd.slider_max, 50 << 16);
+    EXPECT_EQ(fd.precision, 2);
+    EXPECT_EQ(fd.display_flags, PF_ValueDisplayFlag_PERCENT);
+    EXPECT_EQ(fd.valid_max, 100 << 16);
+    EXPECT_EQ(fd.dephault, 10 << 16);
+
+    PF_ParamDef float_ui = store.def(2);
+    float_ui.u.fs_d.slider_min = 1;
+    float_ui.u.fs_d.slider_max = 20;
+    float_ui.u.fs_d.precision = 3;
+    float_ui.u.fs_d.display_flags = PF_ValueDisplayFlag_PERCENT;
+    float_ui.u.fs_d.valid_min = -1;  // not changeable
+    ASSERT_EQ(store.update_ui(2, float_ui), PF_Err_NONE);
+    const PF_FloatSliderDef& fs = store.def(2).u.fs_d;
+    EXPECT_EQ(fs.slider_min, 1);
+    EXPECT_EQ(fs.slider_max, 20);
+    EXPECT_EQ(fs.precision, 3);
+    EXPECT_EQ(fs.display_flags, PF_ValueDisplayFlag_PERCENT);
+    EXPECT_EQ(fs.valid_min, 0);
+    EXPECT_EQ(fs.dephault, 10);
+}
+
 }  // namespace
