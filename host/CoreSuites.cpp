@@ -23,6 +23,7 @@ PF_Err newModuleWorld(PF_ProgPtr effect_ref, A_long width, A_long height, PF_Pix
     if (!made) return PF_Err_OUT_OF_MEMORY;
     *world = made->get();
     made->get() = PF_EffectWorld{};  // the module owns it until it disposes of it
+    context->host->adopt_module_world(*world);
     countAcquire(Resource::World);
     return PF_Err_NONE;
 }
@@ -31,6 +32,7 @@ PF_Err disposeModuleWorld(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
     CallContext* context = CallContext::from(effect_ref);
     if (!context || !world || !isLiveWorld(*world)) return PF_Err_BAD_CALLBACK_PARAM;
     context->forget_samples(world->data);
+    context->host->forget_module_world(*world);
     countRelease(Resource::World);
     return freeWorld(world);
 }
@@ -40,11 +42,11 @@ namespace {
 // --- SP Basic Suite ---
 SPErr spAcquire(const char* name, int32 version, const void** suite) {
     SuiteRegistry* registry = SuiteRegistry::current();
-    return registry ? registry->acquire(name, version, suite) : kSuiteNotFoundError;
+    return registry ? registry->acquire(name, version, suite) : kSPSuiteNotFoundError;
 }
 SPErr spRelease(const char* name, int32 version) {
     SuiteRegistry* registry = SuiteRegistry::current();
-    return registry ? registry->release(name, version) : kSuiteNotFoundError;
+    return registry ? registry->release(name, version) : kSPSuiteNotFoundError;
 }
 SPBoolean spIsEqual(const char* a, const char* b) { return a && b && std::strcmp(a, b) == 0; }
 SPErr spAllocate(size_t size, void** block) {

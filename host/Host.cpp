@@ -76,6 +76,7 @@ Host::~Host() {
             std::cerr << "host: " << e.what() << "\n";
         }
     }
+    free_module_worlds();
     aegp_.reset();
     core::clearActiveHost(this);
     registry_.release_current();
@@ -204,6 +205,22 @@ std::shared_ptr<OwnedWorld> Host::new_world(A_long width, A_long height, PF_Pixe
     auto world = std::make_shared<OwnedWorld>();
     if (world->allocate(width, height, format, opts) != PF_Err_NONE) return nullptr;
     return world;
+}
+
+void Host::adopt_module_world(const PF_EffectWorld& world) {
+    std::lock_guard<std::mutex> lock(module_worlds_mutex_);
+    module_worlds_.emplace(worldSerial(world), world);
+}
+
+void Host::forget_module_world(const PF_EffectWorld& world) {
+    std::lock_guard<std::mutex> lock(module_worlds_mutex_);
+    module_worlds_.erase(worldSerial(world));
+}
+
+void Host::free_module_worlds() {
+    std::lock_guard<std::mutex> lock(module_worlds_mutex_);
+    for (auto& entry : module_worlds_) freeWorld(&entry.second);
+    module_worlds_.clear();
 }
 
 PF_LRect Host::layer_bounds(int layer_id, const PF_RationalScale& dsx, const PF_RationalScale& dsy) const {

@@ -11,6 +11,7 @@
 #include <atomic>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -210,6 +211,12 @@ public:
     // Allocates a host world (row padding, poison unless `clear`).
     std::shared_ptr<OwnedWorld> new_world(A_long width, A_long height, PF_PixelFormat format,
                                            bool clear, bool writeable);
+    // Worlds handed to the module (world suite, legacy new_world) are the module's until it
+    // disposes of them; the host keeps a note so that what the module never gives back is still
+    // freed when the session ends, after the counters have reported it.
+    void adopt_module_world(const PF_EffectWorld& world);
+    void forget_module_world(const PF_EffectWorld& world);
+    void free_module_worlds();
     // `rect` (downsampled layer pixels) gives a smart checkout with its origin; without it the
     // whole layer at origin 0. `black` gives the right size without rendering.
     std::shared_ptr<OwnedWorld> layer_world(int layer_id, double comp_seconds, short bitdepth,
@@ -278,6 +285,9 @@ private:
     std::vector<std::string> messages_;
     std::vector<std::string> command_log_;
     RenderCallLog last_render_calls_;
+
+    std::mutex module_worlds_mutex_;
+    std::map<std::uint64_t, PF_EffectWorld> module_worlds_;  // by world serial
 
     std::once_flag pool_started_;
     std::unique_ptr<IterationPool> pool_;  // only with HostOptions::threads set

@@ -43,6 +43,21 @@ TEST(FaultInjector, FailsEachCallByNumberInTurn) {
     }
 }
 
+// A world whose disposal failed is reported as a leak, and the host still frees it when the
+// session ends, so a failing module cannot make the host itself leak.
+TEST(FaultInjector, AWorldTheModuleNeverDisposedOfIsReportedThenFreed) {
+    const std::size_t worlds_before = host::liveWorldCount();
+    {
+        host::Host session;
+        session.faults().fail_call(3, PF_Err_OUT_OF_MEMORY);  // PF_DisposeWorld
+        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+        EXPECT_EQ(session.counters().live(host::Resource::World), 1);
+        EXPECT_NE(session.leaks(), "");
+        EXPECT_EQ(host::liveWorldCount(), worlds_before + 1);
+    }
+    EXPECT_EQ(host::liveWorldCount(), worlds_before);
+}
+
 TEST(FaultInjector, FailedAcquisitionHoldsNothing) {
     host::Host session;
     session.faults().fail_call(1, PF_Err_BAD_CALLBACK_PARAM);
