@@ -21,7 +21,7 @@ const char* errorName(A_long err) {
         case PF_Err_BAD_CALLBACK_PARAM: return "PF_Err_BAD_CALLBACK_PARAM";
         case PF_Interrupt_CANCEL: return "PF_Interrupt_CANCEL";
         case PF_Err_CANNOT_PARSE_KEYFRAME_TEXT: return "PF_Err_CANNOT_PARSE_KEYFRAME_TEXT";
-        case kSuiteNotFoundError: return "kSPSuiteNotFoundError";
+        case kSPSuiteNotFoundError: return "kSPSuiteNotFoundError";
         default: return "unknown error";
     }
 }

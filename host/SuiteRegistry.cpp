@@ -26,20 +26,20 @@ const void* SuiteRegistry::find(const std::string& name, std::int32_t version) c
 
 std::int32_t SuiteRegistry::acquire(const char* name, std::int32_t version, const void** suite) {
     if (suite) *suite = nullptr;
-    if (!name || !suite) return kSuiteNotFoundError;
+    if (!name || !suite) return kSPSuiteNotFoundError;
     if (std::int32_t err = HOST_FAULT_POINT("AcquireSuite")) return err;
     const void* table = find(name, version);
-    if (!table) return kSuiteNotFoundError;
+    if (!table) return kSPSuiteNotFoundError;
     *suite = table;
     countAcquire(Resource::Suite, key(name, version));
     return 0;
 }
 
 std::int32_t SuiteRegistry::release(const char* name, std::int32_t version) {
-    if (!name) return kSuiteNotFoundError;
+    if (!name) return kSPSuiteNotFoundError;
     if (std::int32_t err = HOST_FAULT_POINT("ReleaseSuite")) return err;
-    if (!find(name, version)) return kSuiteNotFoundError;
-    return countRelease(Resource::Suite, key(name, version)) ? 0 : kSuiteNotFoundError;
+    if (!find(name, version)) return kSPSuiteNotFoundError;
+    return countRelease(Resource::Suite, key(name, version)) ? 0 : kSPSuiteNotFoundError;
 }
 
 }  // namespace host

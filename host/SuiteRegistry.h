@@ -9,12 +9,10 @@
 #include <string>
 #include <utility>
 
+#include "SPErrorCodes.h"
 #include "host/SessionCurrent.h"
 
 namespace host {
-
-// 'S!Fd': what AcquireSuite answers for an unknown name or version.
-constexpr std::int32_t kSuiteNotFoundError = 0x53214664;
 
 class SuiteRegistry : public SessionCurrent<SuiteRegistry> {
 public:
@@ -27,9 +25,9 @@ public:
     bool has(const std::string& name, std::int32_t version) const;
     const void* find(const std::string& name, std::int32_t version) const;
 
-    // AcquireSuite: 0 and the table in *suite, or kSuiteNotFoundError and null.
+    // AcquireSuite: 0 and the table in *suite, or kSPSuiteNotFoundError and null.
     std::int32_t acquire(const char* name, std::int32_t version, const void** suite);
-    // ReleaseSuite: 0, or kSuiteNotFoundError for a suite that is not held.
+    // ReleaseSuite: 0, or kSPSuiteNotFoundError for a suite that is not held.
     std::int32_t release(const char* name, std::int32_t version);
 
     static std::string key(const std::string& name, std::int32_t version);

@@ -78,7 +78,7 @@ TEST(FaultPlanTest, KnowsWhichFailuresTheEffectSwallows) {
 TEST(FaultPlanTest, InjectsMemoryErrorsIntoAllocationsAndSuiteErrorsIntoSuiteLoads) {
     EXPECT_EQ(errorFor("host_new_handle"), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(errorFor("PF_NewWorld"), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(errorFor("AcquireSuite"), host::kSuiteNotFoundError);
+    EXPECT_EQ(errorFor("AcquireSuite"), kSPSuiteNotFoundError);
     EXPECT_EQ(errorFor("AEGP_GetLayerFlags"), PF_Err_INTERNAL_STRUCT_DAMAGED);
 }
 

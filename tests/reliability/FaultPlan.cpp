@@ -91,7 +91,7 @@ bool isRelease(const std::string& name) {
 bool isSampling(const std::string& name) { return name.find("sample") != std::string::npos; }
 
 PF_Err errorFor(const std::string& name) {
-    if (name == "AcquireSuite") return host::kSuiteNotFoundError;
+    if (name == "AcquireSuite") return kSPSuiteNotFoundError;
     if (name == "host_new_handle" || name == "host_resize_handle" || name == "new_world" || name == "PF_NewWorld" ||
         name == "AEGP_NewMemHandle" || name == "AllocateBlock" || name == "ReallocateBlock")
         return PF_Err_OUT_OF_MEMORY;

@@ -11,12 +11,12 @@ TEST(SuiteRegistry, UnknownNameOrVersionIsNotFound) {
     host::Host session;
     const SPBasicSuite* pica = session.pica_basic();
     const void* suite = reinterpret_cast<const void*>(0x1);
-    EXPECT_EQ(pica->AcquireSuite("PF No Such Suite", 1, &suite), host::kSuiteNotFoundError);
+    EXPECT_EQ(pica->AcquireSuite("PF No Such Suite", 1, &suite), kSPSuiteNotFoundError);
     EXPECT_EQ(suite, nullptr);
     suite = reinterpret_cast<const void*>(0x1);
-    EXPECT_EQ(pica->AcquireSuite(kPFWorldSuite, kPFWorldSuiteVersion1, &suite), host::kSuiteNotFoundError);
+    EXPECT_EQ(pica->AcquireSuite(kPFWorldSuite, kPFWorldSuiteVersion1, &suite), kSPSuiteNotFoundError);
     EXPECT_EQ(suite, nullptr);
-    EXPECT_EQ(pica->ReleaseSuite("PF No Such Suite", 1), host::kSuiteNotFoundError);
+    EXPECT_EQ(pica->ReleaseSuite("PF No Such Suite", 1), kSPSuiteNotFoundError);
     EXPECT_EQ(session.leaks(), "");
 }
 
@@ -63,7 +63,7 @@ TEST(SuiteRegistry, OtherPartsCanRegisterTables) {
     const void* suite = nullptr;
     ASSERT_EQ(session.pica_basic()->AcquireSuite("AEGP Test Suite", 7, &suite), 0);
     EXPECT_EQ(suite, &table);
-    EXPECT_EQ(session.pica_basic()->AcquireSuite("AEGP Test Suite", 8, &suite), host::kSuiteNotFoundError);
+    EXPECT_EQ(session.pica_basic()->AcquireSuite("AEGP Test Suite", 8, &suite), kSPSuiteNotFoundError);
     session.pica_basic()->ReleaseSuite("AEGP Test Suite", 7);
 }
 
