@@ -10,70 +10,43 @@ namespace {
 const float kNaN = std::numeric_limits<float>::quiet_NaN();
 const float kInf = std::numeric_limits<float>::infinity();
 
+struct ChannelCase {
+    float value;
+    int expected;
+};
+
 }  // namespace
 
-TEST(PixelToFloat, EightBitWhiteIs255) {
+TEST(PixelToFloat, WhiteIs255Or32768AndFloatPassesThrough) {
     EXPECT_EQ(channelToFloat<PF_Pixel>(0), 0.0f);
     EXPECT_EQ(channelToFloat<PF_Pixel>(255), 1.0f);
     EXPECT_FLOAT_EQ(channelToFloat<PF_Pixel>(51), 0.2f);
-}
-
-TEST(PixelToFloat, SixteenBitWhiteIs32768) {
     EXPECT_EQ(channelToFloat<PF_Pixel16>(0), 0.0f);
     EXPECT_EQ(channelToFloat<PF_Pixel16>(32768), 1.0f);
     EXPECT_EQ(channelToFloat<PF_Pixel16>(16384), 0.5f);
     EXPECT_EQ(channelToFloat<PF_Pixel16>(1), 1.0f / 32768.0f);
-}
-
-TEST(PixelToFloat, FloatPassesThrough) {
     EXPECT_EQ(channelToFloat<PF_PixelFloat>(-0.25f), -0.25f);
     EXPECT_EQ(channelToFloat<PF_PixelFloat>(3.5f), 3.5f);
 }
 
-TEST(PixelToFloat, ChannelsKeepTheirNames) {
-    const PF_PixelFloat f8 = toFloatPixel(PF_Pixel{255, 0, 51, 102});
-    EXPECT_EQ(f8.alpha, 1.0f);
-    EXPECT_EQ(f8.red, 0.0f);
-    EXPECT_FLOAT_EQ(f8.green, 0.2f);
-    EXPECT_FLOAT_EQ(f8.blue, 0.4f);
-
-    const PF_PixelFloat f16 = PixelTraits<PF_Pixel16>::toFloat(PF_Pixel16{32768, 8192, 16384, 0});
-    EXPECT_EQ(f16.alpha, 1.0f);
-    EXPECT_EQ(f16.red, 0.25f);
-    EXPECT_EQ(f16.green, 0.5f);
-    EXPECT_EQ(f16.blue, 0.0f);
-}
-
-TEST(PixelFromFloat, EightBitTruncatesTowardsZero) {
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(0.999f), 254);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(1.0f), 255);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(0.5f), 127);  // 127.5
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(1.0f / 255.0f * 0.99f), 0);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(0.0f), 0);
-}
-
-TEST(PixelFromFloat, EightBitClampsAndMapsNaNToZero) {
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(-0.1f), 0);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(-kInf), 0);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(kNaN), 0);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(1.5f), 255);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(kInf), 255);
-    EXPECT_EQ(channelFromFloat<PF_Pixel>(1e30f), 255);
+TEST(PixelFromFloat, EightBitTruncatesClampsAndMapsNaNToZero) {
+    const ChannelCase cases[] = {
+        {0.999f, 254}, {1.0f, 255}, {0.5f, 127} /* 127.5 */, {1.0f / 255.0f * 0.99f, 0}, {0.0f, 0},
+        {-0.1f, 0}, {-kInf, 0}, {kNaN, 0}, {1.5f, 255}, {kInf, 255}, {1e30f, 255},
+    };
+    for (const ChannelCase& c : cases) EXPECT_EQ(channelFromFloat<PF_Pixel>(c.value), c.expected) << c.value;
 }
 
 TEST(PixelFromFloat, SixteenBitTruncatesAndClampsAt32768) {
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(1.0f), 32768);
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(2.0f), 32768);
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(kInf), 32768);
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(0.5f), 16384);
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(0.99999f), 32767);  // 32767.67
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(-0.1f), 0);
-    EXPECT_EQ(channelFromFloat<PF_Pixel16>(kNaN), 0);
+    const ChannelCase cases[] = {
+        {1.0f, 32768}, {2.0f, 32768}, {kInf, 32768}, {0.5f, 16384},
+        {0.99999f, 32767} /* 32767.67 */, {-0.1f, 0}, {kNaN, 0},
+    };
+    for (const ChannelCase& c : cases) EXPECT_EQ(channelFromFloat<PF_Pixel16>(c.value), c.expected) << c.value;
 }
 
 TEST(PixelFromFloat, FloatIsUnclamped) {
-    const PF_PixelFloat in{1.5f, -0.25f, 0.5f, 1e6f};
-    const PF_PixelFloat out = fromFloatPixel<PF_PixelFloat>(in);
+    const PF_PixelFloat out = fromFloatPixel<PF_PixelFloat>(PF_PixelFloat{1.5f, -0.25f, 0.5f, 1e6f});
     EXPECT_EQ(out.alpha, 1.5f);
     EXPECT_EQ(out.red, -0.25f);
     EXPECT_EQ(out.green, 0.5f);
@@ -81,13 +54,23 @@ TEST(PixelFromFloat, FloatIsUnclamped) {
     EXPECT_TRUE(std::isnan(channelFromFloat<PF_PixelFloat>(kNaN)));
 }
 
-TEST(PixelFromFloat, ChannelsKeepTheirNames) {
+TEST(PixelConvert, ChannelsKeepTheirNamesBothWays) {
+    const PF_PixelFloat f8 = toFloatPixel(PF_Pixel{255, 0, 51, 102});
+    EXPECT_EQ(f8.alpha, 1.0f);
+    EXPECT_EQ(f8.red, 0.0f);
+    EXPECT_FLOAT_EQ(f8.green, 0.2f);
+    EXPECT_FLOAT_EQ(f8.blue, 0.4f);
+    const PF_PixelFloat f16 = PixelTraits<PF_Pixel16>::toFloat(PF_Pixel16{32768, 8192, 16384, 0});
+    EXPECT_EQ(f16.alpha, 1.0f);
+    EXPECT_EQ(f16.red, 0.25f);
+    EXPECT_EQ(f16.green, 0.5f);
+    EXPECT_EQ(f16.blue, 0.0f);
+
     const PF_Pixel p8 = fromFloatPixel<PF_Pixel>(PF_PixelFloat{1.0f, 0.999f, -0.1f, kNaN});
     EXPECT_EQ(p8.alpha, 255);
     EXPECT_EQ(p8.red, 254);
     EXPECT_EQ(p8.green, 0);
     EXPECT_EQ(p8.blue, 0);
-
     const PF_Pixel16 p16 = PixelTraits<PF_Pixel16>::fromFloat(PF_PixelFloat{0.25f, 1.0f, 3.0f, 0.5f});
     EXPECT_EQ(p16.alpha, 8192);
     EXPECT_EQ(p16.red, 32768);
@@ -95,17 +78,14 @@ TEST(PixelFromFloat, ChannelsKeepTheirNames) {
     EXPECT_EQ(p16.blue, 16384);
 }
 
-TEST(PixelRoundTrip, EverySixteenBitLevelSurvives) {
-    for (int c = 0; c <= 32768; ++c) {
-        const auto level = static_cast<A_u_short>(c);
-        ASSERT_EQ(channelFromFloat<PF_Pixel16>(channelToFloat<PF_Pixel16>(level)), level);
-    }
-}
-
-TEST(PixelRoundTrip, EveryEightBitLevelSurvivesTruncation) {
-    // Truncation would lose a level if c / 255 * 255 came out a hair below c.
+TEST(PixelRoundTrip, EveryEightAndSixteenBitLevelSurvives) {
+    // Truncation would lose a level if c / white * white came out a hair below c.
     for (int c = 0; c <= 255; ++c) {
         const auto level = static_cast<A_u_char>(c);
         ASSERT_EQ(channelFromFloat<PF_Pixel>(channelToFloat<PF_Pixel>(level)), level);
+    }
+    for (int c = 0; c <= 32768; ++c) {
+        const auto level = static_cast<A_u_short>(c);
+        ASSERT_EQ(channelFromFloat<PF_Pixel16>(channelToFloat<PF_Pixel16>(level)), level);
     }
 }

@@ -11,12 +11,11 @@ using math_test::expectNear;
 TEST(Vector3, OccupiesFourFloatsAndStartsAtZero) {
     EXPECT_EQ(sizeof(Vector3), 16u);
     EXPECT_EQ(sizeof(Vector4), 16u);
-    const Vector3 v;
-    expectNear(v, 0.0f, 0.0f, 0.0f);
+    expectNear(Vector3(), 0.0f, 0.0f, 0.0f);
     expectNear(Vector4(), 0.0f, 0.0f, 0.0f, 0.0f);
 }
 
-TEST(Vector3, ArithmeticIsComponentWise) {
+TEST(Vector3, ArithmeticDotAndLength) {
     const Vector3 a(1.0f, 2.0f, 3.0f), b(4.0f, -5.0f, 6.0f);
     expectNear(a + b, 5.0f, -3.0f, 9.0f);
     expectNear(a - b, -3.0f, 7.0f, -3.0f);
@@ -31,26 +30,19 @@ TEST(Vector3, ArithmeticIsComponentWise) {
     EXPECT_EQ(maxElem(b), 6.0f);
     EXPECT_EQ(minElem(b), -5.0f);
     expectNear(lerp(0.25f, a, b), 1.75f, 0.25f, 3.75f);
+    const Vector3 c(1.0f, 2.0f, 2.0f);
+    EXPECT_EQ(dot(c, Vector3(3.0f, -1.0f, 4.0f)), 9.0f);
+    EXPECT_EQ(lengthSqr(c), 9.0f);
+    EXPECT_EQ(length(c), 3.0f);
 }
 
-TEST(Vector3, DotAndLength) {
-    const Vector3 a(1.0f, 2.0f, 2.0f);
-    EXPECT_EQ(dot(a, Vector3(3.0f, -1.0f, 4.0f)), 9.0f);
-    EXPECT_EQ(lengthSqr(a), 9.0f);
-    EXPECT_EQ(length(a), 3.0f);
-}
-
-TEST(Vector3, NormalizeGivesUnitLengthInTheSameDirection) {
+TEST(Vector3, NormalizeGivesUnitLengthInTheSameDirectionAndNaNForZero) {
     expectNear(normalize(Vector3(3.0f, 0.0f, -4.0f)), 0.6f, 0.0f, -0.8f);
     expectNear(normalize(Vector3(0.0f, 1e-15f, 0.0f)), 0.0f, 1.0f, 0.0f);
     const Vector3 n = normalize(Vector3(-2.0f, 7.0f, 0.5f));
     EXPECT_NEAR(length(n), 1.0f, 1e-6f);
     EXPECT_GT(dot(n, Vector3(-2.0f, 7.0f, 0.5f)), 0.0f);
-}
-
-TEST(Vector3, NormalizeOfZeroIsNotANumber) {
-    const Vector3 n = normalize(Vector3());
-    EXPECT_TRUE(std::isnan(n.getX()));
+    EXPECT_TRUE(std::isnan(normalize(Vector3()).getX()));
 }
 
 TEST(Vector3, CrossIsRightHanded) {
@@ -58,15 +50,8 @@ TEST(Vector3, CrossIsRightHanded) {
     expectNear(cross(Vector3::yAxis(), Vector3::zAxis()), 1.0f, 0.0f, 0.0f);
     expectNear(cross(Vector3::zAxis(), Vector3::xAxis()), 0.0f, 1.0f, 0.0f);
     expectNear(cross(Vector3::yAxis(), Vector3::xAxis()), 0.0f, 0.0f, -1.0f);
-}
-
-TEST(Vector3, CrossOfGeneralVectors) {
-    const Vector3 a(1.0f, 2.0f, 3.0f), b(4.0f, 5.0f, 6.0f);
     // (2*6 - 3*5, 3*4 - 1*6, 1*5 - 2*4)
-    const Vector3 c = cross(a, b);
-    expectNear(c, -3.0f, 6.0f, -3.0f);
-    EXPECT_EQ(dot(c, a), 0.0f);
-    EXPECT_EQ(dot(c, b), 0.0f);
+    expectNear(cross(Vector3(1.0f, 2.0f, 3.0f), Vector3(4.0f, 5.0f, 6.0f)), -3.0f, 6.0f, -3.0f);
 }
 
 TEST(Vector3, ConversionFromVector4DropsW) {
