@@ -93,7 +93,7 @@ protected:
 };
 
 // A box of half-width 2 about pixel x weighs columns x-2 .. x+2 by 1/2, 1, 1, 1, 1/2 (of 4).
-TEST_F(DofComposite, EdgeIsBlurredByTheCircleOfConfusion)
+TEST_F(DofComposite, EdgeIsBlurredByTheCircleOfConfusionClippedToTheImage)
 {
     ASSERT_EQ(composite(), PF_Err_NONE);
     const float expected[] = {1.0f, 0.875f, 0.625f, 0.375f, 0.125f, 0.0f};
@@ -107,11 +107,7 @@ TEST_F(DofComposite, EdgeIsBlurredByTheCircleOfConfusion)
             }
         }
     }
-}
-
-TEST_F(DofComposite, BoxIsClippedToTheImageSoBordersKeepFullAlpha)
-{
-    ASSERT_EQ(composite(), PF_Err_NONE);
+    // The box is clipped to the image, so borders keep full alpha.
     EXPECT_NEAR(out(0, 0).alpha, 1.0f, 1e-6);  // unclipped, the box would reach outside
     EXPECT_NEAR(out(1, 4).alpha, 1.0f, 1e-6);
     EXPECT_NEAR(out(19, 2).alpha, 0.0f, 1e-6);
@@ -242,7 +238,7 @@ public:
     DofWorlds<Pixel> worlds;
 };
 
-TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepths)
+TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosestApproach)
 {
     DepthPassScene<PF_PixelFloat> s;
     ASSERT_EQ(s.depthPass(), PF_Err_NONE);
@@ -260,12 +256,7 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepths)
     EXPECT_NEAR(s.worlds.depth(kFarDepth, 111, 1), 550.5 + half_chord, 1e-2);
     EXPECT_NEAR(s.worlds.colour(kNearColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
     EXPECT_NEAR(s.worlds.colour(kFarColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
-}
 
-TEST(DofDepthPass, MissesNearTheSilhouetteKeepTheirClosestApproach)
-{
-    DepthPassScene<PF_PixelFloat> s;
-    ASSERT_EQ(s.depthPass(), PF_Err_NONE);
     // The last corner ray (dx = 5/6) passes |x - 60| - 50.5 pixels from the surface: kept
     // below 3 (columns 112, 113 and 9, 7), dropped from 3.5 on (114, 6).
     const struct {

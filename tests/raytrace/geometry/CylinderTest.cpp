@@ -33,24 +33,31 @@ protected:
     RenderInfo info;
 };
 
-TEST_F(CylinderTest, PointOnTheAxisMapsToUZeroNotNaN)
+TEST_F(CylinderTest, UGrowsClockwiseSeenFromPlusZAndVRunsUpTheTexture)
 {
-    double u = -1.0, v = -1.0;
-    info.getUVFromCoordinate(info, Vector3(0.0f, 0.0f, 50.0f), u, v);
-    EXPECT_EQ(u, 0.0);
-    EXPECT_DOUBLE_EQ(v, 0.75);  // 50 / 200 + 0.5
-}
-
-TEST_F(CylinderTest, UGrowsClockwiseSeenFromPlusZ)
-{
+    const struct {
+        Vector3 p;
+        double u, v;
+    } cases[] = {
+        {Vector3(0.0f, 0.0f, 50.0f), 0.0, 0.75},  // on the axis: u 0, not NaN; 50 / 200 + 0.5
+        {Vector3(100.0f, 0.0f, -100.0f), 0.0, 0.0},
+        {Vector3(0.0f, -100.0f, 0.0f), 0.25, 0.5},
+        {Vector3(-100.0f, 0.0f, 0.0f), 0.5, 0.5},
+        {Vector3(0.0f, 100.0f, 100.0f), 0.75, 1.0},
+        // atan2 of a tiny positive y is a tiny negative u; adding 1 in float rounds to 1.0,
+        // which callers treat as outside the texture. Never negative.
+        {Vector3(100.0f, 1e-6f, 0.0f), 1.0, 0.5},
+    };
+    for (const auto& c : cases) {
+        double u = -1.0, v = -1.0;
+        info.getUVFromCoordinate(info, c.p, u, v);
+        EXPECT_NEAR(u, c.u, 1e-6) << c.p.getX() << "," << c.p.getY() << "," << c.p.getZ();
+        EXPECT_DOUBLE_EQ(v, c.v) << c.p.getX() << "," << c.p.getY() << "," << c.p.getZ();
+    }
+    EXPECT_EQ(uAt(Vector3(0.0f, 0.0f, 50.0f)), 0.0);
     EXPECT_DOUBLE_EQ(uAt(Vector3(100.0f, 0.0f, 0.0f)), 0.0);
-    EXPECT_NEAR(uAt(Vector3(0.0f, -100.0f, 0.0f)), 0.25, 1e-6);
-    EXPECT_NEAR(uAt(Vector3(-100.0f, 0.0f, 0.0f)), 0.5, 1e-6);
-    EXPECT_NEAR(uAt(Vector3(0.0f, 100.0f, 0.0f)), 0.75, 1e-6);
-}
+    EXPECT_EQ(uAt(Vector3(100.0f, 1e-6f, 0.0f)), 1.0);
 
-TEST_F(CylinderTest, UOfAnEllipseDependsOnTheScaledAngle)
-{
     setShapeSize(info, 300.0f, 100.0f, 0.0f);
     // (a cos 45deg, b sin 45deg) lies at 45 degrees of the unit circle, seen clockwise: 7/8.
     EXPECT_NEAR(uAt(Vector3(300.0f * 0.70710678f, 100.0f * 0.70710678f, 0.0f)), 0.875, 1e-6);
@@ -67,55 +74,29 @@ TEST_F(CylinderTest, UStaysInsideTheUnitRangeAllAround)
     }
 }
 
-TEST_F(CylinderTest, TinyAngleAboveTheXAxisWrapsToOneInSinglePrecision)
+TEST_F(CylinderTest, OpenFactorScalesAboutTheFixedPointThenRotatesAndWraps)
 {
-    // atan2 of a tiny positive y is a tiny negative u; adding 1 in float rounds to 1.0, which
-    // callers treat as outside the texture. Never negative.
-    EXPECT_EQ(uAt(Vector3(100.0f, 1e-6f, 0.0f)), 1.0);
+    const struct {
+        double open_scale, fixed_u, slide, u, expected;
+    } cases[] = {
+        {1.0, 0.3, 0.25, 0.9, 0.15},  // K = 1 only rotates and wraps; the fixed point is moot
+        {2.0, 0.5, 0.0, 0.25, 0.0},
+        {2.0, 0.5, 0.0, 0.8, 1.1},    // 0.5 + 0.3 * 2 = 1.1: inside the opening
+        {2.0, 0.5, 0.0, 0.1, 1.7},    // 0.5 - 0.4 * 2 = -0.3, wrapped by K = 2
+        {2.0, 0.5, 0.25, 0.5, 0.75},  // the fixed point stays, then rotates
+    };
+    for (const auto& c : cases) {
+        info.open_scale = c.open_scale;
+        info.fixed_u = c.fixed_u;
+        info.slide = c.slide;
+        double u = c.u, v = 0.4;
+        info.modifyUVByOpenParam(info, u, v);
+        EXPECT_NEAR(u, c.expected, 1e-12) << "K " << c.open_scale << " u " << c.u;
+        EXPECT_DOUBLE_EQ(v, 0.4);
+    }
 }
 
-TEST_F(CylinderTest, VRunsFromBottomToTopOfTheTexture)
-{
-    double u, v;
-    info.getUVFromCoordinate(info, Vector3(100.0f, 0.0f, -100.0f), u, v);
-    EXPECT_DOUBLE_EQ(v, 0.0);
-    info.getUVFromCoordinate(info, Vector3(100.0f, 0.0f, 100.0f), u, v);
-    EXPECT_DOUBLE_EQ(v, 1.0);
-}
-
-TEST_F(CylinderTest, OpenFactorOneOnlyRotatesAndWraps)
-{
-    info.fixed_u = 0.3;  // irrelevant with K = 1
-    info.slide = 0.25;
-    double u = 0.9, v = 0.4;
-    info.modifyUVByOpenParam(info, u, v);
-    EXPECT_NEAR(u, 0.15, 1e-12);
-    EXPECT_DOUBLE_EQ(v, 0.4);
-}
-
-TEST_F(CylinderTest, OpenFactorScalesAboutTheFixedPoint)
-{
-    info.open_scale = 2.0;
-    info.fixed_u = 0.5;
-    double u = 0.25, v = 0.5;
-    info.modifyUVByOpenParam(info, u, v);
-    EXPECT_NEAR(u, 0.0, 1e-12);
-
-    u = 0.8;  // 0.5 + 0.3 * 2 = 1.1: inside the opening
-    info.modifyUVByOpenParam(info, u, v);
-    EXPECT_NEAR(u, 1.1, 1e-12);
-
-    u = 0.1;  // 0.5 - 0.4 * 2 = -0.3, wrapped by K = 2
-    info.modifyUVByOpenParam(info, u, v);
-    EXPECT_NEAR(u, 1.7, 1e-12);
-
-    u = 0.5;  // the fixed point stays, then rotates
-    info.slide = 0.25;
-    info.modifyUVByOpenParam(info, u, v);
-    EXPECT_NEAR(u, 0.75, 1e-12);
-}
-
-TEST_F(CylinderTest, HitcoordOfAStraightCylinderLiesAtTheRadii)
+TEST_F(CylinderTest, HitcoordOfAStraightCylinderLiesAtTheRadiiAndRoundTripsAtTheMiddleRow)
 {
     setShapeSize(info, 120.0f, 80.0f, 0.0f);
     const Vector3 front = info.getHitcoordFromUV(200.0, info.size, 0.0, 0.5);
@@ -125,11 +106,6 @@ TEST_F(CylinderTest, HitcoordOfAStraightCylinderLiesAtTheRadii)
     const Vector3 quarter = info.getHitcoordFromUV(200.0, info.size, 0.25, 0.5);
     EXPECT_NEAR(quarter.getX(), 0.0f, 1e-4);
     EXPECT_NEAR(quarter.getY(), -80.0f, 1e-4);
-}
-
-TEST_F(CylinderTest, HitcoordRoundTripsThroughUVAtTheMiddleRow)
-{
-    setShapeSize(info, 120.0f, 80.0f, 0.0f);
     for (double u : {0.05, 0.3, 0.55, 0.9}) {
         const Vector3 p = info.getHitcoordFromUV(info.texture_height, info.size, u, 0.5);
         double u2, v2;
@@ -139,19 +115,17 @@ TEST_F(CylinderTest, HitcoordRoundTripsThroughUVAtTheMiddleRow)
     }
 }
 
-TEST_F(CylinderTest, HitcoordPutsTheTopOfTheTextureBelowTheMiddle)
+TEST_F(CylinderTest, HitcoordPutsTheTopBelowTheMiddleAndWidensAHyperboloid)
 {
     // The axial sign is reversed against getUVFromCoordinate; only v = 0.5 is used.
     const Vector3 p = info.getHitcoordFromUV(200.0, info.size, 0.0, 1.0);
     EXPECT_NEAR(p.getZ(), -100.0f, 1e-4);
-}
 
-TEST_F(CylinderTest, HitcoordOfAHyperboloidWidensAwayFromTheWaist)
-{
+    // A hyperboloid widens away from the waist.
     setShapeSize(info, 100.0f, 50.0f, 50.0f);
-    const Vector3 p = info.getHitcoordFromUV(100.0, info.size, 0.0, 0.0);  // z = 50 = c
-    EXPECT_NEAR(p.getX(), 100.0f * std::sqrt(2.0f), 1e-3);
-    EXPECT_NEAR(p.getZ(), 50.0f, 1e-4);
+    const Vector3 q = info.getHitcoordFromUV(100.0, info.size, 0.0, 0.0);  // z = 50 = c
+    EXPECT_NEAR(q.getX(), 100.0f * std::sqrt(2.0f), 1e-3);
+    EXPECT_NEAR(q.getZ(), 50.0f, 1e-4);
 }
 
 // World length of the surface per unit u and v, against central differences of the surface
@@ -181,6 +155,10 @@ TEST_F(CylinderTest, JacobianOfACircularCylinderIsCircumferenceAndHeight)
     EXPECT_NEAR(du, 2.0 * kPi * 100.0, 1e-9);
     EXPECT_NEAR(dv, 200.0, 1e-9);
     expectJacobianMatchesSurface(info, 0.3, 0.5);
+
+    info.open_scale = 3.0;  // the axial length scales with the open factor
+    info.getJacobian(info, Vector3(1.0f, 0.0f, 0.0f), du, dv);
+    EXPECT_NEAR(dv, 600.0, 1e-9);
 }
 
 TEST_F(CylinderTest, JacobianOfAnEllipticCylinderMatchesItsArcLength)
@@ -196,14 +174,6 @@ TEST_F(CylinderTest, JacobianOfAHyperboloidMatchesItsArcLengthWhenCEqualsTheHeig
     for (double v : {0.1, 0.5, 0.8})
         for (double u : {0.05, 0.6})
             expectJacobianMatchesSurface(info, u, v);
-}
-
-TEST_F(CylinderTest, JacobianAlongTheAxisScalesWithTheOpenFactor)
-{
-    info.open_scale = 3.0;
-    double du, dv;
-    info.getJacobian(info, Vector3(1.0f, 0.0f, 0.0f), du, dv);
-    EXPECT_NEAR(dv, 600.0, 1e-9);
 }
 
 TEST_F(CylinderTest, DistanceOfAStraightCylinderIsFromTheAxisMinusTheRadius)

@@ -37,23 +37,47 @@ protected:
     RenderInfo info;
 };
 
-TEST_F(CylinderExtensionTest, GapAfterTheTextureIsLeftOutside)
+// Texture 1, gap 0.5: copy k starts at v = 1.5 k.
+TEST_F(CylinderExtensionTest, CopiesMapBackIntoTheTextureWithFlipAndScrew)
 {
-    EXPECT_DOUBLE_EQ(mapped(0.3, 1.2).second, 1.2);
-}
-
-TEST_F(CylinderExtensionTest, CopiesAboveMapBackIntoTheTexture)
-{
-    EXPECT_NEAR(mapped(0.3, 1.6).second, 0.1, 1e-12);  // copy 1
-    EXPECT_NEAR(mapped(0.3, 3.1).second, 0.1, 1e-12);  // copy 2
-    EXPECT_NEAR(mapped(0.3, 2.8).second, 1.3, 1e-12);  // copy 1's trailing gap
-}
-
-TEST_F(CylinderExtensionTest, NoCopyBeyondTheCount)
-{
-    const auto uv = mapped(0.3, 4.6);  // copy 3 of 2
-    EXPECT_DOUBLE_EQ(uv.first, 0.3);
-    EXPECT_DOUBLE_EQ(uv.second, 4.6);
+    const struct {
+        const char* name;
+        int head;
+        bool flip;
+        double screw, interval, open_scale, u, v, expected_u, expected_v;
+    } cases[] = {
+        {"gap after the texture", 0, false, 0, 0.5, 1, 0.3, 1.2, 0.3, 1.2},
+        {"copy 1", 0, false, 0, 0.5, 1, 0.3, 1.6, 0.3, 0.1},
+        {"copy 2", 0, false, 0, 0.5, 1, 0.3, 3.1, 0.3, 0.1},
+        {"copy 1's trailing gap", 0, false, 0, 0.5, 1, 0.3, 2.8, 0.3, 1.3},
+        {"copy 3 of 2", 0, false, 0, 0.5, 1, 0.3, 4.6, 0.3, 4.6},
+        {"flipped copy 1", 0, true, 0, 0.5, 1, 0.3, 1.6, 0.3, 0.9},
+        {"unflipped copy 2", 0, true, 0, 0.5, 1, 0.3, 3.1, 0.3, 0.1},
+        {"below without a head count", 0, false, 0, 0, 1, 0.3, -0.2, 0.3, -0.2},
+        {"copy -1", 1, false, 0, 0, 1, 0.3, -0.2, 0.3, 0.8},
+        {"flipped copy -1 (odd)", 1, true, 0, 0, 1, 0.3, -0.2, 0.3, 0.2},
+        {"screw copy 1", 0, false, 0.25, 0.5, 1, 0.9, 1.6, 0.15, 0.1},   // 0.9 + 0.25
+        {"screw copy 2", 0, false, 0.25, 0.5, 1, 0.9, 3.1, 0.4, 0.1},    // 0.9 + 0.5
+        {"screw texture", 0, false, 0.25, 0.5, 1, 0.9, 0.5, 0.9, 0.5},
+        {"screw copy -3", 3, false, 0.25, 0.5, 1, 0.1, -4.0, 0.35, 0.5},  // 0.1 - 0.75
+        {"screw wraps by K", 0, false, 0.25, 0.5, 2, 1.9, 1.6, 0.15, 0.1},  // 2.15 wrapped by 2
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        info.extension.head_extensions = c.head;
+        info.extension.flip_vertical = c.flip;
+        info.extension.screw = c.screw;
+        info.extension.interval = c.interval;
+        info.open_scale = c.open_scale;
+        const auto uv = mapped(c.u, c.v);
+        if (c.expected_v == c.v) {
+            EXPECT_DOUBLE_EQ(uv.first, c.expected_u);
+            EXPECT_DOUBLE_EQ(uv.second, c.expected_v);
+        } else {
+            EXPECT_NEAR(uv.first, c.expected_u, 1e-12);
+            EXPECT_NEAR(uv.second, c.expected_v, 1e-12);
+        }
+    }
 }
 
 // An extreme or non-finite v lies in no copy, with every count at its largest: the copy index
@@ -71,39 +95,6 @@ TEST_F(CylinderExtensionTest, ExtremeAndNonFiniteVLieInNoCopy)
     EXPECT_TRUE(std::isnan(mapped(0.3, std::nan("")).second));
     EXPECT_EQ(copyIndexOf(-1e300, 1.5), -copyIndexOf(1e300, 1.5));
     EXPECT_EQ(copyIndexOf(-2.9, 1.5), -2);
-}
-
-TEST_F(CylinderExtensionTest, FlipMirrorsOddCopiesOnly)
-{
-    info.extension.flip_vertical = true;
-    EXPECT_NEAR(mapped(0.3, 1.6).second, 0.9, 1e-12);
-    EXPECT_NEAR(mapped(0.3, 3.1).second, 0.1, 1e-12);
-}
-
-TEST_F(CylinderExtensionTest, CopyBelowNeedsAHeadCount)
-{
-    info.extension.interval = 0.0;
-    EXPECT_DOUBLE_EQ(mapped(0.3, -0.2).second, -0.2);
-
-    info.extension.head_extensions = 1;
-    EXPECT_NEAR(mapped(0.3, -0.2).second, 0.8, 1e-12);
-
-    info.extension.flip_vertical = true;  // k = -1 is odd
-    EXPECT_NEAR(mapped(0.3, -0.2).second, 0.2, 1e-12);
-}
-
-TEST_F(CylinderExtensionTest, ScrewShiftsUPerCopyAndWrapsByTheOpenFactor)
-{
-    info.extension.screw = 0.25;
-    EXPECT_NEAR(mapped(0.9, 1.6).first, 0.15, 1e-12);  // 0.9 + 0.25
-    EXPECT_NEAR(mapped(0.9, 3.1).first, 0.4, 1e-12);   // 0.9 + 0.5
-    EXPECT_DOUBLE_EQ(mapped(0.9, 0.5).first, 0.9);     // the texture itself
-
-    info.extension.head_extensions = 3;
-    EXPECT_NEAR(mapped(0.1, -4.0).first, 0.35, 1e-12);  // k = -3: 0.1 - 0.75
-
-    info.open_scale = 2.0;
-    EXPECT_NEAR(mapped(1.9, 1.6).first, 0.15, 1e-12);  // 2.15 wrapped by 2
 }
 
 // The two-sheet variant: copies per sheet, the lower sheet offset by one copy.
@@ -124,7 +115,7 @@ protected:
     ExtraRenderInfo<Hyperboloid>::ExtensionInfo extension;
 };
 
-TEST_F(HyperboloidExtensionTest, UpperSheetHasTailCopiesOnly)
+TEST_F(HyperboloidExtensionTest, UpperSheetHasTailCopiesLowerSheetOneMoreHeadCopy)
 {
     const Vector3 upper(0.0f, 0.0f, 2.0f);
     EXPECT_TRUE(extension.isTextureInExtension(0, upper));
@@ -133,10 +124,8 @@ TEST_F(HyperboloidExtensionTest, UpperSheetHasTailCopiesOnly)
     EXPECT_FALSE(extension.isTextureInExtension(-1, upper));
     extension.tail_side = false;
     EXPECT_FALSE(extension.isTextureInExtension(1, upper));
-}
 
-TEST_F(HyperboloidExtensionTest, LowerSheetAllowsOneMoreCopyThanItsCount)
-{
+    // The lower sheet allows one more copy than its count.
     const Vector3 lower(0.0f, 0.0f, -2.0f);
     EXPECT_TRUE(extension.isTextureInExtension(-1, lower));  // 0 + 2 > 1
     EXPECT_FALSE(extension.isTextureInExtension(-2, lower));

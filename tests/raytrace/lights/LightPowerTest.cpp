@@ -44,45 +44,42 @@ protected:
     Vector3 direction{9.0f, 9.0f, 9.0f};
 };
 
-TEST_F(LightPowerTest, NoFalloffGivesFullPowerAtAnyDistance)
-{
-    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
-    setFalloff(kFalloffNone, 100.0, 200.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1, 0, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1e5f, 0, 0)), 1.0);
-}
+// Point light at the origin; power at a distance along one axis for each falloff mode.
+struct FalloffCase {
+    int mode;
+    double radius, distance;
+    Vector3 point;
+    double expected;
+};
 
-TEST_F(LightPowerTest, SmoothFalloffAtItsLandmarks)
+TEST_F(LightPowerTest, FalloffAtItsLandmarks)
 {
-    // Full power up to the radius (100), half way at radius + distance / 2 (200), none from
-    // radius + distance (300) on; at a quarter (150): 1 - 0.25^2 * (3 - 0.5) = 0.84375.
+    // Smooth (radius 100, distance 200): full power up to the radius, half way at
+    // radius + distance / 2, none from radius + distance on; at a quarter (150):
+    // 1 - 0.25^2 * (3 - 0.5) = 0.84375. Over zero distance: a step at the radius (0 / 0 on it).
+    const FalloffCase cases[] = {
+        {kFalloffNone, 100, 200, Vector3(1, 0, 0), 1.0},
+        {kFalloffNone, 100, 200, Vector3(1e5f, 0, 0), 1.0},
+        {kFalloffSmooth, 100, 200, Vector3(50, 0, 0), 1.0},
+        {kFalloffSmooth, 100, 200, Vector3(100, 0, 0), 1.0},
+        {kFalloffSmooth, 100, 200, Vector3(150, 0, 0), 0.84375},
+        {kFalloffSmooth, 100, 200, Vector3(200, 0, 0), 0.5},
+        {kFalloffSmooth, 100, 200, Vector3(300, 0, 0), 0.0},
+        {kFalloffSmooth, 100, 200, Vector3(1000, 0, 0), 0.0},
+        {kFalloffSmooth, 100, 0, Vector3(50, 0, 0), 1.0},
+        {kFalloffSmooth, 100, 0, Vector3(100, 0, 0), 1.0},
+        {kFalloffSmooth, 100, 0, Vector3(101, 0, 0), 0.0},
+        {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 50, 0), 1.0},
+        {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 100, 0), 1.0},
+        {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 200, 0), 0.25},
+        {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 400, 0), 0.0625},
+    };
     const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
-    setFalloff(kFalloffSmooth, 100.0, 200.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(50, 0, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(150, 0, 0)), 0.84375);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(200, 0, 0)), 0.5);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(300, 0, 0)), 0.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(1000, 0, 0)), 0.0);
-}
-
-TEST_F(LightPowerTest, SmoothFalloffOverZeroDistanceIsAStepAtTheRadius)
-{
-    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
-    setFalloff(kFalloffSmooth, 100.0, 0.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(50, 0, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 1.0);  // 0 / 0 on the radius
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(101, 0, 0)), 0.0);
-}
-
-TEST_F(LightPowerTest, InverseSquareClampedIsFullInsideTheRadiusThenFallsAsTheSquare)
-{
-    const vLight light = makeLight(kPoint, Vector3(0, 0, 0));
-    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 50, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 100, 0)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 200, 0)), 0.25);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 400, 0)), 0.0625);
+    for (const FalloffCase& c : cases) {
+        setFalloff(c.mode, c.radius, c.distance);
+        EXPECT_DOUBLE_EQ(powerAt(light, c.point), c.expected)
+            << "mode " << c.mode << " distance " << c.distance << " at " << length(c.point);
+    }
 }
 
 TEST_F(LightPowerTest, InverseSquareClampedLetsANaNRadiusThrough)
@@ -92,20 +89,17 @@ TEST_F(LightPowerTest, InverseSquareClampedLetsANaNRadiusThrough)
     EXPECT_TRUE(std::isnan(powerAt(light, Vector3(0, 200, 0))));
 }
 
-TEST_F(LightPowerTest, PointLightDirectionRunsFromTheLightToThePoint)
+TEST_F(LightPowerTest, PointLightDirectionRunsFromTheLightToThePointAndIsZeroOnIt)
 {
     const vLight light = makeLight(kPoint, Vector3(10, 20, 30));
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(10, 20, 230)), 1.0);
     expectDirection(0, 0, 1);
     powerAt(light, Vector3(-290, 20, 30));
     expectDirection(-1, 0, 0);
-}
 
-TEST_F(LightPowerTest, PointOnTheLightItselfStaysFinite)
-{
-    const vLight light = makeLight(kPoint, Vector3(5, 5, 5));
+    // On the light itself everything stays finite.
     setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(5, 5, 5)), 1.0);
+    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(10, 20, 30)), 1.0);
     expectDirection(0, 0, 0);
 }
 
@@ -120,19 +114,16 @@ TEST_F(LightPowerTest, ParallelLightShinesAlongItsUnitAxisWithFalloffFromItsPosi
     expectDirection(0, -1, 0);
 }
 
-TEST_F(LightPowerTest, AmbientLightIgnoresFalloffAndHasNoDirection)
+TEST_F(LightPowerTest, AmbientAndUnknownLightsIgnoreFalloff)
 {
     const vLight light = makeLight(kAmbient, Vector3(0, 0, 0));
     setFalloff(kFalloffInverseSquareClamped, 1.0, 1.0);
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 1000, 0)), 1.0);
     expectDirection(0, 0, 0);
-}
 
-TEST_F(LightPowerTest, UnknownLightTypeGivesPowerOneAndLeavesTheDirectionAlone)
-{
-    const vLight light = makeLight(7, Vector3(0, 0, 0));
-    setFalloff(kFalloffInverseSquareClamped, 1.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 1000, 0)), 1.0);
+    // An unknown type gives power one and leaves the direction alone.
+    direction = Vector3(9, 9, 9);
+    EXPECT_DOUBLE_EQ(powerAt(makeLight(7, Vector3(0, 0, 0)), Vector3(0, 1000, 0)), 1.0);
     expectDirection(9, 9, 9);
 }
 
@@ -148,7 +139,7 @@ protected:
     }
 };
 
-TEST_F(SpotLightTest, WithoutFeatherTheConeHasAHardEdge)
+TEST_F(SpotLightTest, WithoutFeatherTheConeHasAHardEdgeThatGetsNothing)
 {
     const vLight light = spot(0.6, 0.0);
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 1.0);
@@ -156,13 +147,9 @@ TEST_F(SpotLightTest, WithoutFeatherTheConeHasAHardEdge)
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(81, 0, 59)), 0.0);  // cos 0.589, just outside
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 95, 31)), 0.0);  // outside
     EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, -100)), 0.0); // behind
-}
 
-TEST_F(SpotLightTest, PointExactlyOnTheEdgeOfAnUnfeatheredConeGetsNothing)
-{
     // (80, 0, 60) / 100 has a z of exactly 0.6f, so (cos - cos_half_cone) / 0 is 0 / 0.
-    const vLight light = spot(static_cast<double>(0.6f), 0.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(80, 0, 60)), 0.0);
+    EXPECT_DOUBLE_EQ(powerAt(spot(static_cast<double>(0.6f), 0.0), Vector3(80, 0, 60)), 0.0);
     expectDirection(0.8f, 0.0f, 0.6f);
 }
 

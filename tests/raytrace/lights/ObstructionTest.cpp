@@ -33,17 +33,12 @@ protected:
     Scene scene;
 };
 
-TEST_F(ObstructionTest, OpaqueTexelBlocksEverythingWithoutTransmission)
+TEST_F(ObstructionTest, OpaqueTexelBlocksOrTintsByTheTransmission)
 {
     scene.setUniformTexture<PF_Pixel>(pixel(1.0f, 0.8f, 0.4f, 0.2f));
     scene.info().light_transmission = 0.0f;
     expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), nullptr), 0, 0, 0,
                   0, 1e-6f);
-}
-
-TEST_F(ObstructionTest, OpaqueTexelTintsTheLightAtFullTransmission)
-{
-    scene.setUniformTexture<PF_Pixel>(pixel(1.0f, 0.8f, 0.4f, 0.2f));
     scene.info().light_transmission = 1.0f;
     expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), nullptr), 1.0f,
                   0.8f, 0.4f, 0.2f, 1e-6f);
@@ -58,40 +53,32 @@ TEST_F(ObstructionTest, HalfTransparentTexelMixesPassingAndTransmittedLight)
                   0.625f, 0.75f, 0.5f, 0.65f, 1e-6f);
 }
 
-TEST_F(ObstructionTest, TransparentTexelBlocksNothing)
+TEST_F(ObstructionTest, TransparentTexelOrNoCrossingInTheTextureBlocksNothing)
 {
     scene.setUniformTexture<PF_Pixel16>(pixel(0.0f, 1.0f, 1.0f, 1.0f));
     expectFactors(GetObstColor<PF_Pixel16>(scene.info(), acrossTheCylinder(), nullptr), 1, 1,
                   1, 1, 0.0f);
-}
 
-TEST_F(ObstructionTest, CrossingBeyondTheTextureDoesNotShadow)
-{
-    // Climbing steeply, the ray meets the far wall at z = 400: v = 2.5, no texture there.
     scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
-    Ray ray = acrossTheCylinder();
-    ray.direction = Vectormath::Aos::normalize(Vector3(0, 1, 2));
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), ray, nullptr), 1, 1, 1, 1, 0.0f);
+    const struct {
+        const char* name;
+        Vector3 direction;
+    } rays[] = {
+        // Climbing steeply, the ray meets the far wall at z = 400: v = 2.5, no texture there.
+        {"beyond the texture", Vectormath::Aos::normalize(Vector3(0, 1, 2))},
+        {"leaving outwards", Vector3(0, -1, 0)},
+        // Parallel to the axis on the wall: the quadric has no second crossing.
+        {"along the wall", Vector3(0, 0, 1)},
+    };
+    for (const auto& r : rays) {
+        SCOPED_TRACE(r.name);
+        Ray ray = acrossTheCylinder();
+        ray.direction = r.direction;
+        expectFactors(GetObstColor<PF_Pixel>(scene.info(), ray, nullptr), 1, 1, 1, 1, 0.0f);
+    }
 }
 
-TEST_F(ObstructionTest, RayLeavingTheShapeOutwardsIsUnobstructed)
-{
-    scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
-    Ray ray = acrossTheCylinder();
-    ray.direction = Vector3(0, -1, 0);
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), ray, nullptr), 1, 1, 1, 1, 0.0f);
-}
-
-TEST_F(ObstructionTest, RayAlongTheWallNeverCrossesIt)
-{
-    // Parallel to the axis on the wall: the quadric has no second crossing.
-    scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
-    Ray ray = acrossTheCylinder();
-    ray.direction = Vector3(0, 0, 1);
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), ray, nullptr), 1, 1, 1, 1, 0.0f);
-}
-
-TEST_F(ObstructionTest, ShadowRayStopsAtAPointLightInsideTheShape)
+TEST_F(ObstructionTest, ShadowRayStopsAtAPointLightButNotAtAParallelOne)
 {
     // The light at y = 50 lies before the far wall (t = 200): the wall is behind the light.
     scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
@@ -102,11 +89,8 @@ TEST_F(ObstructionTest, ShadowRayStopsAtAPointLightInsideTheShape)
     const vLight beyond = makeLight(kPoint, Vector3(0, 300, 0));
     expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), &beyond), 0, 0, 0,
                   0, 1e-6f);
-}
 
-TEST_F(ObstructionTest, ShadowRayTowardsAParallelLightHasNoLimit)
-{
-    scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
+    // Towards a parallel light the shadow ray has no limit.
     const vLight parallel = makeLight(kParallel, Vector3(0, 50, 0));
     expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), &parallel), 0, 0, 0,
                   0, 1e-6f);

@@ -61,7 +61,7 @@ TEST(PrimaryRayCoverage, StraightCylinderHeadOnCoversColumns25To174)
 
 // Parallel rays along -y: sample (dx, dy) of pixel (x, y) starts at local
 // (x + dx - 100, 500 + 60, y + dy - 4.5) and hits when |x + dx - 100| <= R.
-TEST(PrimaryRayCoverage, FullyCoveredPixelCountsNineAndKeepsTheLastCornerRay)
+TEST(PrimaryRayCoverage, FullyCoveredPixelCountsNineAndIsShadedWithTheLastCornerRay)
 {
     TraceScene scene(32);
     scene.setFacingCamera(500.0f, false, 100.0f);
@@ -80,13 +80,8 @@ TEST(PrimaryRayCoverage, FullyCoveredPixelCountsNineAndKeepsTheLastCornerRay)
     const double s = std::sqrt(t.D);
     EXPECT_NEAR((t.B - s) / t.A, 560.0 - half_chord, 1e-3);
     EXPECT_NEAR((t.B + s) / t.A, 560.0 + half_chord, 1e-3);
-}
 
-TEST(PrimaryRayCoverage, FullyCoveredPixelIsShadedWithTheCornerRay)
-{
-    TraceScene scene(32);
-    scene.setFacingCamera(500.0f, false, 100.0f);
-    scene.setImageCenter(100.0f, 4.5f);
+    // The pixel is shaded with that corner ray.
     scene.allocateOutput<PF_PixelFloat>(200, 9);
     ASSERT_EQ(scene.render<PF_PixelFloat>(), PF_Err_NONE);
 
@@ -203,37 +198,27 @@ Matrix4 lookingDownY(float d)
 }
 
 // The outer face towards a camera at +y is around u = 0.75, the inner face behind the axis
-// around u = 0.25.
-TEST(PrimaryRayRenderSide, CameraOutsideSeesOuterFaceUnlessInside)
+// around u = 0.25. From outside the full render shows the opaque front only, not the back
+// blended in; from inside only the inner face shows.
+TEST(PrimaryRayRenderSide, CameraSeesTheFacesOfItsSide)
 {
-    TraceScene scene(32);
-    PF_PixelFloat p = middlePixel(scene, lookingDownY(100.0f), kFull);
-    EXPECT_FLOAT_EQ(p.alpha, 1.0f);
-    EXPECT_NEAR(p.red, 0.75, 0.01);  // opaque front: the back face is not blended in
-
-    p = middlePixel(scene, lookingDownY(100.0f), kOutside);
-    EXPECT_FLOAT_EQ(p.alpha, 1.0f);
-    EXPECT_NEAR(p.red, 0.75, 0.01);
-
-    p = middlePixel(scene, lookingDownY(100.0f), kInside);
-    EXPECT_FLOAT_EQ(p.alpha, 1.0f);
-    EXPECT_NEAR(p.red, 0.25, 0.01);
-}
-
-TEST(PrimaryRayRenderSide, CameraInsideSeesOnlyTheInnerFace)
-{
-    TraceScene scene(32);
-    PF_PixelFloat p = middlePixel(scene, lookingDownY(0.0f), kFull);
-    EXPECT_FLOAT_EQ(p.alpha, 1.0f);
-    EXPECT_NEAR(p.red, 0.25, 0.01);
-
-    p = middlePixel(scene, lookingDownY(0.0f), kInside);
-    EXPECT_FLOAT_EQ(p.alpha, 1.0f);
-    EXPECT_NEAR(p.red, 0.25, 0.01);
-
-    p = middlePixel(scene, lookingDownY(0.0f), kOutside);
-    EXPECT_EQ(p.alpha, 0.0f);
-    EXPECT_EQ(p.red, 0.0f);
+    const struct {
+        float distance;
+        Side side;
+        float alpha, red;
+    } cases[] = {
+        {100.0f, kFull, 1.0f, 0.75f}, {100.0f, kOutside, 1.0f, 0.75f}, {100.0f, kInside, 1.0f, 0.25f},
+        {0.0f, kFull, 1.0f, 0.25f},   {0.0f, kInside, 1.0f, 0.25f},    {0.0f, kOutside, 0.0f, 0.0f},
+    };
+    for (const auto& c : cases) {
+        TraceScene scene(32);
+        const PF_PixelFloat p = middlePixel(scene, lookingDownY(c.distance), c.side);
+        EXPECT_FLOAT_EQ(p.alpha, c.alpha) << "distance " << c.distance << " side " << c.side;
+        if (c.alpha > 0.0f)
+            EXPECT_NEAR(p.red, c.red, 0.01) << "distance " << c.distance << " side " << c.side;
+        else
+            EXPECT_EQ(p.red, 0.0f) << "distance " << c.distance << " side " << c.side;
+    }
 }
 
 TEST(PrimaryRayRenderSide, SurfaceBehindTheCameraIsNotDrawn)
@@ -287,24 +272,16 @@ Pixel greenHalfOfEmit(float emit)
     return scene.pixel<Pixel>(2, 0);
 }
 
-TEST(PrimaryRayOutput, EightBitTruncatesAndClamps)
+TEST(PrimaryRayOutput, IntegerDepthsTruncateAndClampFloatPassesThrough)
 {
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(1.998f).green, 254);  // 0.999 * 255 = 254.7
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(1.998f).alpha, 255);
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(4.0f).green, 255);
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(-1.0f).green, 0);
-}
-
-TEST(PrimaryRayOutput, SixteenBitTruncatesAndClampsToWhite)
-{
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(1.998f).green, 32735);  // 32735.2
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(4.0f).green, 32768);
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(4.0f).alpha, 32768);
     EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(-1.0f).green, 0);
-}
-
-TEST(PrimaryRayOutput, FloatPassesValuesThroughUnclamped)
-{
     EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(1.998f).green, 0.999f);
     EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(4.0f).green, 2.0f);
     EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(-1.0f).green, -0.5f);

@@ -45,77 +45,43 @@ protected:
     const double head_on_y = 1.0 / 0.9999;            // the normal cosine stops at 0.9999
 };
 
-TEST_F(FootprintRadiusTest, HeadOnAtTheZoomDistanceCoversAboutOneTexturePixel)
+// Head on at the zoom distance the footprint covers about one texture pixel; the radii grow
+// with the distance (perspective only), with 1 / cos of the tilt in the tilted direction only,
+// with the sharpness, and by K in u alone for an opened surface (whose length per unit v grows
+// by K as well); edge on or far away they stop at 128 pixels.
+TEST_F(FootprintRadiusTest, RadiiFollowDistanceTiltSharpnessAndOpeningUpToTheCap)
 {
-    double xr, yr;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 1000.0, xr, yr);
-    EXPECT_NEAR(xr, head_on_x, 1e-6);
-    EXPECT_NEAR(yr, head_on_y, 1e-6);
-}
-
-TEST_F(FootprintRadiusTest, RadiiGrowWithDistanceForAPerspectiveCamera)
-{
-    double xr, yr;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 5000.0, xr, yr);
-    EXPECT_NEAR(xr, 5.0 * head_on_x, 1e-5);
-    EXPECT_NEAR(yr, 5.0 * head_on_y, 1e-5);
-}
-
-TEST_F(FootprintRadiusTest, OrthographicRadiiIgnoreDistance)
-{
-    info.perspective = false;
-    double xr, yr;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 5000.0, xr, yr);
-    EXPECT_NEAR(xr, head_on_x, 1e-6);
-    EXPECT_NEAR(yr, head_on_y, 1e-6);
-}
-
-TEST_F(FootprintRadiusTest, ObliqueViewStretchesOnlyTheTiltedDirection)
-{
-    double xr, yr;
-    // Tilted 60 degrees along the axis: 1 / cos 60 = 2 in v only.
-    radiiAt(Vector3(-0.5f, 0.0f, -0.8660254f), 1000.0, xr, yr);
-    EXPECT_NEAR(xr, head_on_x, 1e-5);
-    EXPECT_NEAR(yr, 2.0, 1e-5);
-    // Tilted 60 degrees around the axis: 2 in u only.
-    radiiAt(Vector3(-0.5f, -0.8660254f, 0.0f), 1000.0, xr, yr);
-    EXPECT_NEAR(xr, 2.0 * head_on_x, 1e-5);
-    EXPECT_NEAR(yr, 1.0, 1e-5);
-}
-
-TEST_F(FootprintRadiusTest, EdgeOnAndFarAwayAreCappedAt128Pixels)
-{
-    double xr, yr;
-    radiiAt(Vector3(0.0f, -0.8660254f, -0.5f), 1000.0, xr, yr);  // grazing: cosine 0
-    EXPECT_EQ(xr, 128.0);
-    EXPECT_EQ(yr, 128.0);
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 1.0e6, xr, yr);
-    EXPECT_EQ(xr, 128.0);
-    EXPECT_EQ(yr, 128.0);
-}
-
-TEST_F(FootprintRadiusTest, SharpnessScalesTheRadiiDownToAPoint)
-{
-    double xr, yr;
-    info.sharpness_inv = 0.5;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 1000.0, xr, yr);
-    EXPECT_NEAR(xr, 0.5 * head_on_x, 1e-6);
-    EXPECT_NEAR(yr, 0.5 * head_on_y, 1e-6);
-
-    info.sharpness_inv = 0.0;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 1000.0, xr, yr);
-    EXPECT_EQ(xr, 0.0);
-    EXPECT_EQ(yr, 0.0);
-}
-
-TEST_F(FootprintRadiusTest, OpeningWidensUButNotV)
-{
-    // Radii grow by K while the surface's length per unit v grows by K as well.
-    info.open_scale = 2.0;
-    double xr, yr;
-    radiiAt(Vector3(-1.0f, 0.0f, 0.0f), 1000.0, xr, yr);
-    EXPECT_NEAR(xr, 2.0 * head_on_x, 1e-6);
-    EXPECT_NEAR(yr, head_on_y, 1e-6);
+    const Vector3 head_on(-1.0f, 0.0f, 0.0f);
+    const struct {
+        const char* name;
+        Vector3 direction;
+        double t;
+        bool perspective;
+        double sharpness_inv, open_scale, xr, yr, tolerance;
+    } cases[] = {
+        {"head on", head_on, 1000.0, true, 1.0, 1.0, head_on_x, head_on_y, 1e-6},
+        {"five times as far", head_on, 5000.0, true, 1.0, 1.0, 5 * head_on_x, 5 * head_on_y, 1e-5},
+        {"orthographic", head_on, 5000.0, false, 1.0, 1.0, head_on_x, head_on_y, 1e-6},
+        {"tilted 60 along the axis", Vector3(-0.5f, 0.0f, -0.8660254f), 1000.0, true, 1.0, 1.0,
+         head_on_x, 2.0, 1e-5},
+        {"tilted 60 around the axis", Vector3(-0.5f, -0.8660254f, 0.0f), 1000.0, true, 1.0, 1.0,
+         2.0 * head_on_x, 1.0, 1e-5},
+        {"grazing", Vector3(0.0f, -0.8660254f, -0.5f), 1000.0, true, 1.0, 1.0, 128.0, 128.0, 0.0},
+        {"far away", head_on, 1.0e6, true, 1.0, 1.0, 128.0, 128.0, 0.0},
+        {"sharpness 0.5", head_on, 1000.0, true, 0.5, 1.0, 0.5 * head_on_x, 0.5 * head_on_y, 1e-6},
+        {"sharpness 0", head_on, 1000.0, true, 0.0, 1.0, 0.0, 0.0, 0.0},
+        {"opened", head_on, 1000.0, true, 1.0, 2.0, 2.0 * head_on_x, head_on_y, 1e-6},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        info.perspective = c.perspective;
+        info.sharpness_inv = c.sharpness_inv;
+        info.open_scale = c.open_scale;
+        double xr, yr;
+        radiiAt(c.direction, c.t, xr, yr);
+        EXPECT_NEAR(xr, c.xr, c.tolerance);
+        EXPECT_NEAR(yr, c.yr, c.tolerance);
+    }
 }
 
 TEST_F(FootprintRadiusTest, EllipseUsesTheArcLengthAtTheHit)

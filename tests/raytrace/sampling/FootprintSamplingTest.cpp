@@ -36,6 +36,15 @@ const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
 const PF_PixelFloat kGreen = {1.0f, 0.0f, 1.0f, 0.0f};
 const PF_PixelFloat kBlue = {1.0f, 0.0f, 0.0f, 1.0f};
 
+struct SampleCase {
+    const char* name;
+    double open_scale;
+    int head, tail;
+    bool flip;
+    double u, v, xr, yr;
+    PF_PixelFloat expected;
+};
+
 // Footprint sampling of a texture through the emulated host's real sampling suites, in the
 // texture depth Pixel. The record is a closed circular cylinder without extensions.
 template <class Pixel>
@@ -103,6 +112,20 @@ protected:
         EXPECT_NEAR(actual.blue, blue, tolerance);
     }
 
+    template <std::size_t N>
+    void expectCases(const SampleCase (&cases)[N])
+    {
+        for (const SampleCase& c : cases) {
+            SCOPED_TRACE(c.name);
+            info->open_scale = c.open_scale;
+            info->extension.head_extensions = c.head;
+            info->extension.tail_extensions = c.tail;
+            info->extension.flip_vertical = c.flip;
+            const PF_PixelFloat& e = c.expected;
+            expectPixel(sample(c.u, c.v, c.xr, c.yr), e.alpha, e.red, e.green, e.blue);
+        }
+    }
+
     host::Host host;
     std::unique_ptr<host::RenderScope> scope;
     host::OwnedWorld texture;
@@ -112,96 +135,50 @@ protected:
 using PixelTypes = ::testing::Types<PF_Pixel, PF_Pixel16, PF_PixelFloat>;
 TYPED_TEST_SUITE(FootprintSamplingTest, PixelTypes);
 
-// --- The u seam: a 6 x 1 pixel box (xr 3, yr 0.5) on row 5. ---
-
-TYPED_TEST(FootprintSamplingTest, SeamAtTheRightEndAlsoSamplesTheLeftEnd)
+TYPED_TEST(FootprintSamplingTest, SeamSamplesBothEndsOfTheTexture)
 {
+    // A 6 x 1 pixel box (xr 3, yr 0.5) on row 5 of two red columns at the left end and two
+    // blue at the right. Each part's alpha adds.
+    const SampleCase cases[] = {
+        // [996, 1002] holds the two blue columns, its copy at [-4, 2] the two red ones.
+        {"right end", 1, 0, 0, false, 0.999, 0.5, 3, 0.5, {2.0f / 3.0f, 0.5f, 0.0f, 0.5f}},
+        // [-2, 4] holds the two red columns, its copy at [998, 1004] one and a half blue.
+        {"left end", 1, 0, 0, false, 0.001, 0.5, 3, 0.5, {3.5f / 6.0f, 2.0f / 3.5f, 0.0f, 1.5f / 3.5f}},
+        // [994, 1000] holds 2 blue pixels, the second sample at [-6, 0] half a red one.
+        {"right end reaches further", 1, 0, 0, false, 0.997, 0.5, 3, 0.5, {2.5f / 6.0f, 0.2f, 0.0f, 0.8f}},
+        {"middle", 1, 0, 0, false, 0.5, 0.5, 3, 0.5, {0.0f, 0.0f, 0.0f, 0.0f}},
+        // [992, 998] holds half a blue pixel; not close enough to the end for a second sample.
+        {"near the end", 1, 0, 0, false, 0.995, 0.5, 3, 0.5, {0.5f / 6.0f, 0.0f, 0.0f, 1.0f}},
+        // Opened: u = 1.999 is in the opening, only the wrap to u - 2 reaches the red columns;
+        // u = 0.999 is no longer at a seam.
+        {"open seam", 2, 0, 0, false, 1.999, 0.5, 3, 0.5, {1.0f / 3.0f, 1.0f, 0.0f, 0.0f}},
+        {"open no seam", 2, 0, 0, false, 0.999, 0.5, 3, 0.5, {1.0f / 3.0f, 0.0f, 0.0f, 1.0f}},
+    };
     this->makeSeamTexture();
-    // Box [996, 1002] holds the two blue columns; its copy at [-4, 2] the two red ones. Each
-    // covers 2 of 6 pixels and the alphas add.
-    this->expectPixel(this->sample(0.999, 0.5, 3.0, 0.5), 2.0f / 3.0f, 0.5f, 0.0f, 0.5f);
+    this->expectCases(cases);
 }
 
-TYPED_TEST(FootprintSamplingTest, SeamAtTheLeftEndAlsoSamplesTheRightEnd)
+TYPED_TEST(FootprintSamplingTest, CopyBordersJoinTheNeighbouringCopy)
 {
-    this->makeSeamTexture();
-    // Box [-2, 4] holds the two red columns; its copy at [998, 1004] one and a half blue ones.
-    this->expectPixel(this->sample(0.001, 0.5, 3.0, 0.5), 3.5f / 6.0f, 2.0f / 3.5f, 0.0f,
-                      1.5f / 3.5f);
-}
-
-TYPED_TEST(FootprintSamplingTest, RightEndReachesOnePixelFurther)
-{
-    this->makeSeamTexture();
-    // Three pixels from the end with radius 3: [994, 1000] holds 2 blue pixels, and the
-    // second sample at [-6, 0] half of the first red one.
-    this->expectPixel(this->sample(0.997, 0.5, 3.0, 0.5), 2.5f / 6.0f, 0.2f, 0.0f, 0.8f);
-}
-
-TYPED_TEST(FootprintSamplingTest, AwayFromTheSeamOnlyOneSampleIsTaken)
-{
-    this->makeSeamTexture();
-    this->expectPixel(this->sample(0.5, 0.5, 3.0, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
-    // [992, 998] holds half a blue pixel; not close enough to the end for a second sample.
-    this->expectPixel(this->sample(0.995, 0.5, 3.0, 0.5), 0.5f / 6.0f, 0.0f, 0.0f, 1.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, OpenSurfaceHasItsSeamAtTheOpenFactor)
-{
-    this->makeSeamTexture();
-    this->info->open_scale = 2.0;
-    // u = 1.999 is in the opening; only the wrap to u - 2 reaches the red columns.
-    this->expectPixel(this->sample(1.999, 0.5, 3.0, 0.5), 1.0f / 3.0f, 1.0f, 0.0f, 0.0f);
-    // u = 0.999 is no longer at a seam.
-    this->expectPixel(this->sample(0.999, 0.5, 3.0, 0.5), 1.0f / 3.0f, 0.0f, 0.0f, 1.0f);
-}
-
-// --- Copy borders: a 1 x 2 pixel box (xr 0.5, yr 1) in column 5. ---
-
-TYPED_TEST(FootprintSamplingTest, CopyAboveAddsItsBottomRow)
-{
+    // A 1 x 2 pixel box (xr 0.5, yr 1) in column 5 of a green bottom row and a red top row.
+    const SampleCase cases[] = {
+        // [8.8, 10.8] covers 0.7 of the red top row; the copy above, [-1.2, 0.8], all of its
+        // green bottom row.
+        {"copy above", 1, 0, 1, false, 0.5, 0.98, 0.5, 1, {0.85f, 0.35f / 0.85f, 0.5f / 0.85f, 0.0f}},
+        {"no copy above the last", 1, 0, 0, false, 0.5, 0.98, 0.5, 1, {0.35f, 1.0f, 0.0f, 0.0f}},
+        // Copy 1 is mirrored about 1 - 1/10: local v -0.02 reads row 9.2.
+        {"flipped copy above", 1, 0, 1, true, 0.5, 0.98, 0.5, 1, {0.85f, 1.0f, 0.0f, 0.0f}},
+        // v = 1.3 itself is transparent, but a footprint reaching down past the top row takes
+        // half of it: 0.5 of a 1 x 8 box.
+        {"top edge softens", 1, 0, 0, false, 0.5, 1.3, 0.5, 4, {0.0625f, 1.0f, 0.0f, 0.0f}},
+        {"top edge out of reach", 1, 0, 0, false, 0.5, 1.3, 0.5, 2.9, {0.0f, 0.0f, 0.0f, 0.0f}},
+        // Copy -1 at local v 0.98 (red top row) under the texture's own green bottom row.
+        {"head copy below", 1, 1, 0, false, 0.5, -0.02, 0.5, 1, {0.85f, 0.35f / 0.85f, 0.5f / 0.85f, 0.0f}},
+        // Copy -1 is odd: flipped, its bottom row meets ours.
+        {"flipped head copy below", 1, 1, 0, true, 0.5, -0.02, 0.5, 1, {0.85f, 0.0f, 1.0f, 0.0f}},
+    };
     this->makeRowTexture();
-    this->info->extension.tail_extensions = 1;
-    // Box [8.8, 10.8] covers 0.7 of the red top row; the copy above, [-1.2, 0.8], all of its
-    // green bottom row.
-    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.85f, 0.35f / 0.85f, 0.5f / 0.85f,
-                      0.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, NoCopyAboveTheLastOne)
-{
-    this->makeRowTexture();
-    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.35f, 1.0f, 0.0f, 0.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, FlippedCopyAboveShowsItsTopRow)
-{
-    this->makeRowTexture();
-    this->info->extension.tail_extensions = 1;
-    this->info->extension.flip_vertical = true;
-    // Copy 1 is mirrored about 1 - 1/10: local v -0.02 reads row 9.2.
-    this->expectPixel(this->sample(0.5, 0.98, 0.5, 1.0), 0.85f, 1.0f, 0.0f, 0.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, TopEdgeSoftensIntoTheSpaceAbove)
-{
-    this->makeRowTexture();
-    // No copies: v = 1.3 itself is transparent, but a footprint reaching down past the top
-    // row takes half of it: 0.5 of a 1 x 8 box.
-    this->expectPixel(this->sample(0.5, 1.3, 0.5, 4.0), 0.0625f, 1.0f, 0.0f, 0.0f);
-    this->expectPixel(this->sample(0.5, 1.3, 0.5, 2.9), 0.0f, 0.0f, 0.0f, 0.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, HeadCopyBelowJoinsTheTexture)
-{
-    this->makeRowTexture();
-    this->info->extension.head_extensions = 1;
-    // Copy -1 at local v 0.98 (red top row) under the texture's own green bottom row.
-    this->expectPixel(this->sample(0.5, -0.02, 0.5, 1.0), 0.85f, 0.35f / 0.85f, 0.5f / 0.85f,
-                      0.0f);
-
-    this->info->extension.flip_vertical = true;  // copy -1 is odd: its bottom row meets ours
-    this->expectPixel(this->sample(0.5, -0.02, 0.5, 1.0), 0.85f, 0.0f, 1.0f, 0.0f);
+    this->expectCases(cases);
 }
 
 TYPED_TEST(FootprintSamplingTest, ScrewShiftsTheCopyAroundTheAxis)

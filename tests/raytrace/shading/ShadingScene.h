@@ -13,6 +13,7 @@
 #include "host/PixelWorld.h"
 #include "raytrace/Shading.h"
 #include "support/RecordScene.h"
+#include "support/ShapeSize.h"
 
 namespace shading_test {
 
@@ -99,11 +100,7 @@ public:
         RenderInfo& record = info();
         record.object_to_world = Matrix4::identity();
         record.world_to_object = Matrix4::identity();
-        record.size = Vector3(kRadius, kRadius, 0.0f);
-        record.size_sq = Vector3(kRadius * kRadius, kRadius * kRadius, 0.0f);
-        record.inv_size = Vector3(1.0f / kRadius, 1.0f / kRadius, 0.0f);
-        record.inv_size_sq =
-            Vector3(1.0f / (kRadius * kRadius), 1.0f / (kRadius * kRadius), 0.0f);
+        setShapeSize(record, kRadius, kRadius, 0.0f);
         record.texture_height = kTextureHeight;
         record.open_scale = 1.0;
         record.fixed_u = 0.0;

@@ -31,17 +31,13 @@ protected:
     Scene scene;
 };
 
-TEST_F(ShadingTest, WithoutLightsTheTexelShowsScaledByEmit)
+TEST_F(ShadingTest, WithoutLightsTheTexelShowsScaledByEmitUnclamped)
 {
     scene.info().emit = 1.0f;
     expectPixel(headOn(), 1.0f, 0.8f, 0.4f, 0.2f);
     scene.info().emit = 0.5f;
     expectPixel(headOn(), 1.0f, 0.4f, 0.2f, 0.1f);
-}
-
-TEST_F(ShadingTest, ResultIsNotClamped)
-{
-    scene.info().emit = 2.0f;
+    scene.info().emit = 2.0f;  // not clamped
     expectPixel(headOn(), 1.0f, 1.6f, 0.8f, 0.4f);
 }
 
@@ -56,14 +52,8 @@ TEST_F(ShadingTest, AmbientLightNeverShadowsNorHighlightsAndIgnoresFalloff)
     scene.info().falloff_radius = 1.0;
     scene.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
     expectPixel(headOn(), 1.0f, 0.24f, 0.06f, 0.015f);
-}
 
-TEST_F(ShadingTest, AmbientLightIsNotShadowedEvenWhereTheShapeFacesItself)
-{
     // Seen from inside, the reversed normal points across the shape at the opaque far wall.
-    scene.info().ambient = 0.6f;
-    scene.info().self_shadow = true;
-    scene.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
     const Ray from_inside = rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f);
     expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), 1.0f, 0.24f, 0.06f, 0.015f);
 }
@@ -109,43 +99,32 @@ protected:
     }
 };
 
-TEST_F(BackLightTest, WithoutTransmissionALightBehindTheFaceDoesNothing)
+// Lambert 1 x transmission 0.5 x diffuse 0.5 = 0.25 x texel when let through. On its way the
+// light crosses the far wall: an opaque texel at transmission 0.5 passes 0.5 x texel =
+// (0.4, 0.2, 0.1) at full shadow darkness; darkness 0.5 blends that tint half way to white.
+TEST_F(BackLightTest, TransmissionAndSelfShadowFilterTheLight)
 {
-    scene.info().light_transmission = 0.0f;
-    expectPixel(headOn(), 1.0f, 0.0f, 0.0f, 0.0f);
-}
-
-TEST_F(BackLightTest, TransmissionLetsItThrough)
-{
-    // Lambert 1 x transmission 0.5, diffuse 0.5: 0.25 x texel.
-    scene.info().light_transmission = 0.5f;
-    expectPixel(headOn(), 1.0f, 0.2f, 0.1f, 0.05f);
-}
-
-TEST_F(BackLightTest, SelfShadowFiltersItThroughTheFarWall)
-{
-    // On its way the light crosses the far wall: opaque texel at transmission 0.5 passes
-    // 0.5 x texel = (0.4, 0.2, 0.1); full shadow darkness applies that tint.
-    scene.info().light_transmission = 0.5f;
-    scene.info().self_shadow = true;
-    expectPixel(headOn(), 1.0f, 0.25f * 0.8f * 0.4f, 0.25f * 0.4f * 0.2f, 0.25f * 0.2f * 0.1f);
-}
-
-TEST_F(BackLightTest, ShadowDarknessBlendsTheTintTowardsWhite)
-{
-    scene.info().light_transmission = 0.5f;
-    scene.info().self_shadow = true;
-    scene.info().lights[0]->shadow_darkness = 0.5f;  // tint (0.7, 0.6, 0.55)
-    expectPixel(headOn(), 1.0f, 0.25f * 0.8f * 0.7f, 0.25f * 0.4f * 0.6f,
-                0.25f * 0.2f * 0.55f);
-}
-
-TEST_F(BackLightTest, LightThatCastsNoShadowsIsNotFiltered)
-{
-    scene.info().light_transmission = 0.5f;
-    scene.info().self_shadow = true;
-    scene.info().lights[0]->casts_shadows = false;
-    expectPixel(headOn(), 1.0f, 0.2f, 0.1f, 0.05f);
+    const struct {
+        const char* name;
+        float transmission;
+        bool self_shadow, casts_shadows;
+        float darkness;
+        PF_PixelFloat tint;
+    } cases[] = {
+        {"no transmission", 0.0f, false, true, 1.0f, pixel(1, 0, 0, 0)},
+        {"transmission", 0.5f, false, true, 1.0f, pixel(1, 0.25f, 0.25f, 0.25f)},
+        {"through the far wall", 0.5f, true, true, 1.0f, pixel(1, 0.25f * 0.4f, 0.25f * 0.2f, 0.25f * 0.1f)},
+        {"half darkness", 0.5f, true, true, 0.5f, pixel(1, 0.25f * 0.7f, 0.25f * 0.6f, 0.25f * 0.55f)},
+        {"casts no shadows", 0.5f, true, false, 1.0f, pixel(1, 0.25f, 0.25f, 0.25f)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        scene.info().light_transmission = c.transmission;
+        scene.info().self_shadow = c.self_shadow;
+        scene.info().lights[0]->casts_shadows = c.casts_shadows;
+        scene.info().lights[0]->shadow_darkness = c.darkness;
+        expectPixel(headOn(), 1.0f, 0.8f * c.tint.red, 0.4f * c.tint.green, 0.2f * c.tint.blue);
+    }
 }
 
 class HighlightTest : public ShadingTest {
@@ -233,13 +212,10 @@ protected:
     const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
 };
 
-TEST_F(UvTestColourTest, InsideTheTextureRedIsUAndGreenIsV)
+TEST_F(UvTestColourTest, RedIsUAndGreenIsVInsideTheTextureOnly)
 {
     expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.25f, 0.5f, 0.0f);
-}
-
-TEST_F(UvTestColourTest, OutsideEveryCopyIsTransparentBlack)
-{
+    // Outside every copy: transparent black.
     expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.0f, 0.0f, 0.0f);
 }
 
@@ -273,30 +249,29 @@ protected:
     }
 };
 
-TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFog)
+TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
 {
-    scene.info().fixed_u = 0.2505;
-    expectPixel(headOn(), 1.0f, 0.0f, 1.0f, 0.0f, 0.0f);
-}
-
-TEST_F(PivotLineTest, IsOnlyTwoThousandthsWide)
-{
-    scene.info().fixed_u = 0.252;
-    expectPixel(headOn(), 1.0f, 0.5f, 0.5f, 0.5f);
-}
-
-TEST_F(PivotLineTest, IsHiddenWhenSwitchedOff)
-{
-    scene.info().fixed_u = 0.25;
-    scene.info().show_pivot = false;
-    expectPixel(headOn(), 1.0f, 0.5f, 0.5f, 0.5f);
-}
-
-TEST_F(PivotLineTest, IsNotDrawnOutsideTheTexture)
-{
-    scene.info().fixed_u = 0.25;
     const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
-    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.5f, 0.5f, 0.5f);
+    const struct {
+        const char* name;
+        double fixed_u;
+        bool show;
+        const Ray& ray;
+        PF_PixelFloat expected;
+        float tolerance;
+    } cases[] = {
+        {"on the line", 0.2505, true, kHeadOn, pixel(1, 0, 1, 0), 0.0f},
+        {"two thousandths wide", 0.252, true, kHeadOn, pixel(1, 0.5f, 0.5f, 0.5f), 1e-5f},
+        {"switched off", 0.25, false, kHeadOn, pixel(1, 0.5f, 0.5f, 0.5f), 1e-5f},
+        {"outside the texture", 0.25, true, above, pixel(0, 0.5f, 0.5f, 0.5f), 1e-5f},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        scene.info().fixed_u = c.fixed_u;
+        scene.info().show_pivot = c.show;
+        const PF_PixelFloat& e = c.expected;
+        expectPixel(shade<PF_Pixel>(scene, c.ray, 900.0), e.alpha, e.red, e.green, e.blue, c.tolerance);
+    }
 }
 
 TEST(PivotLineWithoutTexture, FollowsTheRemappedExtensionCoordinates)
