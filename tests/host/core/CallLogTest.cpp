@@ -9,10 +9,7 @@
 #include <vector>
 
 #include "AE_EffectCBSuites.h"
-#include "AE_GeneralPlug.h"
-#include "host/AegpSuites.h"
 #include "host/CallTally.h"
-#include "host/Composition.h"
 #include "host/FaultInjector.h"
 #include "host/Host.h"
 #include "host/RenderCallLog.h"
@@ -120,16 +117,13 @@ TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
 
 // Every entry point passes the gate, which logs it in the running command and, in strict
 // mode during a smart command, refuses exactly the marked names.
-class EntryGate : public ::testing::Test {
-protected:
-    static HostOptions strict() {
-        HostOptions o;
-        o.strict_render_thread = true;
-        return o;
-    }
-};
+HostOptions strict() {
+    HostOptions o;
+    o.strict_render_thread = true;
+    return o;
+}
 
-TEST_F(EntryGate, StrictModeRefusesExactlyTheMarkedNamesDuringARender) {
+TEST(EntryGate, StrictModeRefusesExactlyTheMarkedNamesDuringARender) {
     Host session(strict());
     auto scope = session.render_scope();
     for (const std::string& name : renderThreadForbiddenNames())
@@ -141,7 +135,7 @@ TEST_F(EntryGate, StrictModeRefusesExactlyTheMarkedNamesDuringARender) {
     for (const CallCount& c : logged) EXPECT_EQ(c.refused, forbiddenOnRenderThread(c.name) ? 1u : 0u) << c.name;
 }
 
-TEST_F(EntryGate, OutsideARenderOrWithoutStrictModeNothingIsRefused) {
+TEST(EntryGate, OutsideARenderOrWithoutStrictModeNothingIsRefused) {
     {
         Host session(strict());
         EXPECT_EQ(HOST_FAULT_POINT("AEGP_GetNewLayerStream"), A_Err_NONE);  // no command running
@@ -154,7 +148,7 @@ TEST_F(EntryGate, OutsideARenderOrWithoutStrictModeNothingIsRefused) {
 
 // An injected fault comes first: the call is logged, fails with the injected error and is not
 // counted as refused.
-TEST_F(EntryGate, InjectedFaultsWinOverTheStrictRule) {
+TEST(EntryGate, InjectedFaultsWinOverTheStrictRule) {
     Host session(strict());
     session.faults().fail_every("AEGP_DisposeStream", A_Err_ALLOC);
     auto scope = session.render_scope();
@@ -163,43 +157,6 @@ TEST_F(EntryGate, InjectedFaultsWinOverTheStrictRule) {
     EXPECT_EQ(c.calls, 1u);
     EXPECT_EQ(c.refused, 0u);
 }
-
-// Through a real suite: the Layer suite's project-changing AEGP_SetLayerFlag is not on the
-// list, so strict mode lets it through; AEGP_GetNewLayerStream is refused.
-TEST_F(EntryGate, RealSuitesFollowTheListOnly) {
-    Host session(strict());
-    auto comp = std::make_shared<Composition>("Main", 64, 64, 25, 2);
-    Layer solid;
-    solid.kind = LayerKind::Solid;
-    solid.source.width = solid.source.height = 64;
-    const int layer_id = comp->add_layer(solid).id;
-    session.set_composition(comp, layer_id);
-    const void* table = nullptr;
-    ASSERT_EQ(session.pica_basic()->AcquireSuite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4, &table), 0);
-    const auto* streams = static_cast<const AEGP_StreamSuite4*>(table);
-    ASSERT_EQ(session.pica_basic()->AcquireSuite(kAEGPLayerSuite, kAEGPLayerSuiteVersion6, &table), 0);
-    const auto* layers = static_cast<const AEGP_LayerSuite6*>(table);
-    {
-        auto scope = session.render_scope();
-        AEGP_StreamRefH stream = nullptr;
-        EXPECT_EQ(streams->AEGP_GetNewLayerStream(0, session.aegp().layer_handle(layer_id), AEGP_LayerStream_OPACITY,
-                                                  &stream),
-                  A_Err_WRONG_THREAD);
-        EXPECT_EQ(stream, nullptr);
-        EXPECT_EQ(layers->AEGP_SetLayerFlag(session.aegp().layer_handle(layer_id), AEGP_LayerFlag_VIDEO_ACTIVE, 1), A_Err_NONE);
-        const std::vector<CallCount> logged = scope->context().calls().totals(PF_Cmd_SMART_RENDER);
-        EXPECT_EQ(find(logged, "AEGP_GetNewLayerStream")->refused, 1u);
-        EXPECT_EQ(find(logged, "AEGP_SetLayerFlag")->refused, 0u);
-    }
-    session.pica_basic()->ReleaseSuite(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
-    session.pica_basic()->ReleaseSuite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
-}
-
-}  // namespace
-}  // namespace host
-
-namespace host {
-namespace {
 
 TEST(RenderCallLog, AddingFramesSumsByNameAndKeepsTheOrder) {
     CallTally first, second;

@@ -67,13 +67,6 @@ protected:
     const AEGP_StreamSuite4* streams = nullptr;
 };
 
-TEST_F(SessionSuites, ServedWithoutBeingCreatedByHand) {
-    ASSERT_NE(streams, nullptr);
-    EXPECT_NE(session.aegp().layer_handle(layer_id), nullptr);
-    EXPECT_EQ(session.layer_handle(layer_id), session.aegp().layer_handle(layer_id));
-    EXPECT_EQ(&session.aegp().host(), &session);
-}
-
 TEST_F(SessionSuites, StrictRuleFollowsTheCommandOfTheCallingThread) {
     EXPECT_EQ(new_stream(), A_Err_NONE);  // no command running
     {

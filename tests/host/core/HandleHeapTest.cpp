@@ -7,33 +7,27 @@
 
 namespace {
 
+// New handles are filled with the poison byte (or zeros when poison is off) and counted.
 TEST(HandleHeap, NewHandleIsPoisonedAndCounted) {
-    host::Host session;
-    PF_UtilCallbacks* utils = session.render_scope()->in_data()->utils;
-    PF_Handle h = utils->host_new_handle(16);
-    ASSERT_NE(h, nullptr);
-    const auto* bytes = static_cast<const unsigned char*>(utils->host_lock_handle(h));
-    for (int i = 0; i < 16; ++i) EXPECT_EQ(bytes[i], host::HandleHeap::kPoisonByte) << i;
-    EXPECT_EQ(utils->host_get_handle_size(h), 16u);
-    EXPECT_EQ(session.counters().live(host::Resource::Handle), 1);
-    EXPECT_EQ(session.counters().live(host::Resource::HandleLock), 1);
-    utils->host_unlock_handle(h);
-    utils->host_dispose_handle(h);
-    EXPECT_EQ(session.leaks(), "");
+    for (bool poison : {true, false}) {
+        host::HostOptions options;
+        options.poison = poison;
+        host::Host session(options);
+        PF_UtilCallbacks* utils = session.render_scope()->in_data()->utils;
+        PF_Handle h = utils->host_new_handle(16);
+        ASSERT_NE(h, nullptr);
+        const auto* bytes = static_cast<const unsigned char*>(utils->host_lock_handle(h));
+        for (int i = 0; i < 16; ++i) EXPECT_EQ(bytes[i], poison ? host::HandleHeap::kPoisonByte : 0) << i;
+        EXPECT_EQ(utils->host_get_handle_size(h), 16u);
+        EXPECT_EQ(session.counters().live(host::Resource::Handle), 1);
+        EXPECT_EQ(session.counters().live(host::Resource::HandleLock), 1);
+        utils->host_unlock_handle(h);
+        utils->host_dispose_handle(h);
+        EXPECT_EQ(session.leaks(), "");
+    }
 }
 
-TEST(HandleHeap, PoisonCanBeSwitchedOff) {
-    host::HostOptions options;
-    options.poison = false;
-    host::Host session(options);
-    PF_UtilCallbacks* utils = session.render_scope()->in_data()->utils;
-    PF_Handle h = utils->host_new_handle(8);
-    const auto* bytes = reinterpret_cast<const unsigned char*>(*reinterpret_cast<char**>(h));
-    for (int i = 0; i < 8; ++i) EXPECT_EQ(bytes[i], 0) << i;
-    utils->host_dispose_handle(h);
-}
-
-TEST(HandleHeap, LeakedHandleAndLockAreReported) {
+TEST(HandleHeap, LeakedHandleAndLockAreReportedAndFailedAllocationsHoldNothing) {
     host::Host session;
     PF_UtilCallbacks* utils = session.render_scope()->in_data()->utils;
     PF_Handle kept = utils->host_new_handle(4);
@@ -44,6 +38,10 @@ TEST(HandleHeap, LeakedHandleAndLockAreReported) {
     EXPECT_NE(report.find("leaked 1 x handle"), std::string::npos) << report;
     EXPECT_EQ(report.find("handle lock"), std::string::npos) << report;
     utils->host_dispose_handle(kept);
+    EXPECT_EQ(session.leaks(), "");
+    // A failed allocation holds nothing.
+    session.faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(utils->host_new_handle(4), nullptr);
     EXPECT_EQ(session.leaks(), "");
 }
 
@@ -70,14 +68,6 @@ TEST(HandleHeap, MisuseIsReportedNotCrashed) {
     const std::string report = session.leaks();
     EXPECT_NE(report.find("not locked"), std::string::npos) << report;
     EXPECT_NE(report.find("unknown handle"), std::string::npos) << report;
-}
-
-TEST(HandleHeap, AllocationFailureIsInjectable) {
-    host::Host session;
-    PF_UtilCallbacks* utils = session.render_scope()->in_data()->utils;
-    session.faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(utils->host_new_handle(4), nullptr);
-    EXPECT_EQ(session.leaks(), "");
 }
 
 }  // namespace

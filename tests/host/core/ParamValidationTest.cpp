@@ -42,40 +42,73 @@ TEST_F(ParamValidation, AcceptsAWellFormedSet) {
     EXPECT_EQ(store.find("Count"), 2);
 }
 
-TEST_F(ParamValidation, RefusesAnUnknownType) {
-    PF_ParamDef def = slider("Odd", 1, 0, 1, 0);
-    def.param_type = 16;  // reserved
-    EXPECT_EQ(add(def), PF_Err_UNRECOGNIZED_PARAM_TYPE);
-    def.param_type = 42;
-    EXPECT_EQ(add(def), PF_Err_UNRECOGNIZED_PARAM_TYPE);
-    EXPECT_EQ(store.size(), 1);
+PF_ParamDef with(PF_ParamDef def, void (*change)(PF_ParamDef&)) {
+    change(def);
+    return def;
 }
 
-TEST_F(ParamValidation, RefusesANameWithoutRoomForItsTerminator) {
-    PF_ParamDef def = slider("x", 1, 0, 1, 0);
-    std::memset(def.PF_DEF_NAME, 'n', sizeof def.PF_DEF_NAME);  // 32 characters, no NUL
-    EXPECT_EQ(add(def), PF_Err_BAD_CALLBACK_PARAM);
-    def.PF_DEF_NAME[31] = '\0';  // 31 characters fit
-    EXPECT_EQ(add(def), PF_Err_NONE);
+PF_ParamDef fixedSlider(PF_Fixed lo, PF_Fixed hi) {
+    PF_ParamDef def{};
+    def.param_type = PF_Param_FIX_SLIDER;
+    std::strcpy(def.PF_DEF_NAME, "Fixed");
+    def.u.fd.valid_min = lo;
+    def.u.fd.valid_max = def.u.fd.dephault = hi;
+    return def;
 }
 
-TEST_F(ParamValidation, RefusesUnbalancedGroups) {
-    EXPECT_EQ(add(group(PF_Param_GROUP_END, 1)), PF_Err_BAD_CALLBACK_PARAM);
+TEST_F(ParamValidation, RefusesMalformedDefinitionsAndAcceptsTheirBoundaries) {
+    const struct {
+        const char* what;
+        PF_ParamDef def;
+        PF_Err want;
+    } rows[] = {
+        {"reserved type 16", with(slider("Odd", 1, 0, 1, 0), [](PF_ParamDef& d) { d.param_type = 16; }),
+         PF_Err_UNRECOGNIZED_PARAM_TYPE},
+        {"type 42", with(slider("Odd", 1, 0, 1, 0), [](PF_ParamDef& d) { d.param_type = 42; }),
+         PF_Err_UNRECOGNIZED_PARAM_TYPE},
+        {"32-character name without its NUL",
+         with(slider("x", 1, 0, 1, 0), [](PF_ParamDef& d) { std::memset(d.PF_DEF_NAME, 'n', sizeof d.PF_DEF_NAME); }),
+         PF_Err_BAD_CALLBACK_PARAM},
+        {"group end without a start", group(PF_Param_GROUP_END, 1), PF_Err_BAD_CALLBACK_PARAM},
+        {"inverted slider range", slider("Inverted", 1, 10, 0, 5), PF_Err_BAD_CALLBACK_PARAM},
+        {"inverted fixed range", fixedSlider(2 << 16, 1 << 16), PF_Err_BAD_CALLBACK_PARAM},
+        {"unsupervised button", group(PF_Param_BUTTON, 1), PF_Err_BAD_CALLBACK_PARAM},
+        {"layer using the value for old projects",
+         with(group(PF_Param_LAYER, 2), [](PF_ParamDef& d) { d.flags = PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS; }),
+         PF_Err_BAD_CALLBACK_PARAM},
+        {"standard-control-only layer, even supervised", with(group(PF_Param_LAYER, 2), [](PF_ParamDef& d) {
+             d.flags = PF_ParamFlag_SUPERVISE;
+             d.ui_flags = PF_PUI_STD_CONTROL_ONLY;
+         }),
+         PF_Err_BAD_CALLBACK_PARAM},
+        {"unsupervised standard-control-only slider",
+         with(slider("Std", 3, 0, 1, 0), [](PF_ParamDef& d) { d.ui_flags = PF_PUI_STD_CONTROL_ONLY; }),
+         PF_Err_BAD_CALLBACK_PARAM},
+    };
+    for (const auto& row : rows) EXPECT_EQ(add(row.def), row.want) << row.what;
+    EXPECT_EQ(store.size(), 1) << "a refused definition is not stored";
+
+    const struct {
+        const char* what;
+        PF_ParamDef def;
+    } accepted[] = {
+        {"31-character name", with(slider("x", 1, 0, 1, 0), [](PF_ParamDef& d) {
+             std::memset(d.PF_DEF_NAME, 'n', sizeof d.PF_DEF_NAME);
+             d.PF_DEF_NAME[31] = '\0';
+         })},
+        {"equal bounds: a single-valued range", fixedSlider(2 << 16, 2 << 16)},
+        {"supervised button", with(group(PF_Param_BUTTON, 2), [](PF_ParamDef& d) { d.flags = PF_ParamFlag_SUPERVISE; })},
+        {"supervised standard-control-only slider", with(slider("Std", 3, 0, 1, 0), [](PF_ParamDef& d) {
+             d.ui_flags = PF_PUI_STD_CONTROL_ONLY;
+             d.flags = PF_ParamFlag_SUPERVISE;
+         })},
+    };
+    for (const auto& row : accepted) EXPECT_EQ(add(row.def), PF_Err_NONE) << row.what;
+}
+
+TEST_F(ParamValidation, RefusesAGroupNeverClosed) {
     EXPECT_EQ(add(group(PF_Param_GROUP_START, 2)), PF_Err_NONE);
-    EXPECT_NE(store.finish_setup(2, warnings), "");  // never closed
-}
-
-TEST_F(ParamValidation, RefusesAnInvertedValidRange) {
-    EXPECT_EQ(add(slider("Inverted", 1, 10, 0, 5)), PF_Err_BAD_CALLBACK_PARAM);
-    PF_ParamDef fixed{};
-    fixed.param_type = PF_Param_FIX_SLIDER;
-    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
-    fixed.u.fd.valid_min = 2 << 16;
-    fixed.u.fd.valid_max = 1 << 16;
-    EXPECT_EQ(add(fixed), PF_Err_BAD_CALLBACK_PARAM);
-    fixed.u.fd.valid_max = 2 << 16;  // equal bounds are a valid (single-valued) range
-    fixed.u.fd.dephault = 2 << 16;
-    EXPECT_EQ(add(fixed), PF_Err_NONE);
+    EXPECT_NE(store.finish_setup(2, warnings), "");
 }
 
 TEST_F(ParamValidation, DuplicateIdsAreOnlyWarned) {
@@ -90,26 +123,6 @@ TEST_F(ParamValidation, DefaultOutsideTheValidRangeIsOnlyWarned) {
     EXPECT_EQ(add(slider("Wide", 1, 0, 10, 11)), PF_Err_NONE);
     ASSERT_EQ(warnings.size(), 1u);
     EXPECT_NE(warnings[0].find("default"), std::string::npos);
-}
-
-TEST_F(ParamValidation, DocumentedFlagRules) {
-    PF_ParamDef button = group(PF_Param_BUTTON, 1);
-    EXPECT_EQ(add(button), PF_Err_BAD_CALLBACK_PARAM);  // must be supervised
-    button.flags = PF_ParamFlag_SUPERVISE;
-    EXPECT_EQ(add(button), PF_Err_NONE);
-
-    PF_ParamDef layer = group(PF_Param_LAYER, 2);
-    layer.flags = PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS;
-    EXPECT_EQ(add(layer), PF_Err_BAD_CALLBACK_PARAM);
-    layer.flags = PF_ParamFlag_SUPERVISE;
-    layer.ui_flags = PF_PUI_STD_CONTROL_ONLY;  // illegal on layers even when supervised
-    EXPECT_EQ(add(layer), PF_Err_BAD_CALLBACK_PARAM);
-
-    PF_ParamDef std_slider = slider("Std", 3, 0, 1, 0);
-    std_slider.ui_flags = PF_PUI_STD_CONTROL_ONLY;
-    EXPECT_EQ(add(std_slider), PF_Err_BAD_CALLBACK_PARAM);  // needs SUPERVISE
-    std_slider.flags = PF_ParamFlag_SUPERVISE;
-    EXPECT_EQ(add(std_slider), PF_Err_NONE);
 }
 
 TEST_F(ParamValidation, CheckboxesNeverInterpolate) {
