@@ -79,52 +79,42 @@ protected:
 using PixelTypes = ::testing::Types<PF_Pixel, PF_Pixel16, PF_PixelFloat>;
 TYPED_TEST_SUITE(AreaSampleDepths, PixelTypes);
 
-TYPED_TEST(AreaSampleDepths, HalfPixelRadiusReturnsExactlyThatPixel) {
-    this->expectSample(1 * kOne, 0, kHalf, kHalf, {255, 0, 200, 0});
-    this->expectSample(1 * kOne, 1 * kOne, kHalf, kHalf, {128, 100, 100, 100});
-    // The box ends exactly on the world's right and bottom edges.
-    this->expectSample(2 * kOne, 1 * kOne, kHalf, kHalf, {255, 50, 50, 50});
-}
-
-TYPED_TEST(AreaSampleDepths, SmallestRadiusIsTheNearestPixel) {
-    // Radius 0 is raised to 1/65536 pixel: a point sample of the pixel under the centre.
-    this->expectSample(1 * kOne, 1 * kOne, 0, 0, {128, 100, 100, 100});
-    this->expectSample(kOne * 3 / 10, kOne / 5, 1, 1, {255, 200, 0, 0});
-    // Just right of the boundary at x = 0.5 lies pixel 1.
-    this->expectSample(kHalf + 2, 0, 1, 1, {255, 0, 200, 0});
-}
-
-TYPED_TEST(AreaSampleDepths, BoxOverTwoHalfPixelsAveragesThem) {
-    // Box [0, 1] x [-0.5, 0.5]: half of red (0,0), half of green (1,0).
-    this->expectSample(kHalf, 0, kHalf, kHalf, {255, 100, 100, 0});
-}
-
-TYPED_TEST(AreaSampleDepths, BoxAcrossTheCornerCountsOutsideAsTransparent) {
-    // Box [-1, 1]^2 (area 4) at the top-left corner. Overlaps: (0,0) 1, (1,0) 0.5, (0,1) 0.5,
-    // (1,1) 0.25. Sum w·a = 255 + 127.5 + 127.5 + 32 = 542, so alpha = 542 / 4 = 135.5.
-    // red = (255·200 + 32·100) / 542 = 100; green = blue = (127.5·200 + 3200) / 542 = 52.95.
-    this->expectSample(0, 0, kOne, kOne, {135.5, 100, 28700.0 / 542.0, 28700.0 / 542.0});
-}
-
-TYPED_TEST(AreaSampleDepths, TransparentPixelDoesNotTint) {
-    // Box [1, 2] x [-0.5, 0.5]: half opaque green, half transparent white. Alpha halves, the
-    // colour stays pure green (a plain average would give (127.5, 227.5, 127.5)).
-    this->expectSample(3 * kHalf, 0, kHalf, kHalf, {127.5, 0, 200, 0});
-}
-
-TYPED_TEST(AreaSampleDepths, FractionalRadiiWeighByOverlap) {
-    // Box [0.75, 1.25] x [0.25, 1.75], area 0.75: pixel (1,0) overlaps 0.5 x 0.25, pixel
-    // (1,1) 0.5 x 1, the rest is below the image. w·a: 31.875 and 64, sum 95.875.
-    // alpha = 95.875 / 0.75; red = blue = 6400 / 95.875; green = (6375 + 6400) / 95.875.
-    this->expectSample(kOne, kOne, kOne / 4, kOne * 3 / 4,
-                       {95.875 / 0.75, 6400 / 95.875, 12775 / 95.875, 6400 / 95.875});
-}
-
-TYPED_TEST(AreaSampleDepths, OutsideTheWorldIsTransparentBlack) {
-    this->expectSample(10 * kOne, 10 * kOne, kOne, kOne, {0, 0, 0, 0});
-    this->expectSample(-3 * kOne, 0, kOne, kOne, {0, 0, 0, 0});
-    // A box ending exactly on the left edge touches nothing.
-    this->expectSample(-kOne, 0, kHalf, kHalf, {0, 0, 0, 0});
+// Box centre and radii in pixels' 16.16 units, expected value in 8-bit units.
+TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
+    const struct {
+        const char* what;
+        PF_Fixed x, y, rx, ry;
+        Px want;
+    } rows[] = {
+        {"half-pixel radius is exactly that pixel", 1 * kOne, 0, kHalf, kHalf, {255, 0, 200, 0}},
+        {"half-pixel radius, half-transparent pixel", 1 * kOne, 1 * kOne, kHalf, kHalf, {128, 100, 100, 100}},
+        {"box ending exactly on the right and bottom edges", 2 * kOne, 1 * kOne, kHalf, kHalf, {255, 50, 50, 50}},
+        // Radius 0 is raised to 1/65536 pixel: a point sample of the pixel under the centre.
+        {"radius 0 is the pixel under the centre", 1 * kOne, 1 * kOne, 0, 0, {128, 100, 100, 100}},
+        {"smallest radius", kOne * 3 / 10, kOne / 5, 1, 1, {255, 200, 0, 0}},
+        {"just right of the boundary at x = 0.5 is pixel 1", kHalf + 2, 0, 1, 1, {255, 0, 200, 0}},
+        // Box [0, 1] x [-0.5, 0.5]: half of red (0,0), half of green (1,0).
+        {"box over two half pixels", kHalf, 0, kHalf, kHalf, {255, 100, 100, 0}},
+        // Box [-1, 1]^2 (area 4) at the top-left corner. Overlaps: (0,0) 1, (1,0) 0.5, (0,1) 0.5,
+        // (1,1) 0.25. Sum w·a = 255 + 127.5 + 127.5 + 32 = 542, so alpha = 542 / 4 = 135.5.
+        // red = (255·200 + 32·100) / 542 = 100; green = blue = (127.5·200 + 3200) / 542 = 52.95.
+        {"box across the corner: outside is transparent", 0, 0, kOne, kOne, {135.5, 100, 28700.0 / 542.0, 28700.0 / 542.0}},
+        // Box [1, 2] x [-0.5, 0.5]: half opaque green, half transparent white. Alpha halves, the
+        // colour stays pure green (a plain average would give (127.5, 227.5, 127.5)).
+        {"a transparent pixel does not tint", 3 * kHalf, 0, kHalf, kHalf, {127.5, 0, 200, 0}},
+        // Box [0.75, 1.25] x [0.25, 1.75], area 0.75: pixel (1,0) overlaps 0.5 x 0.25, pixel
+        // (1,1) 0.5 x 1, the rest is below the image. w·a: 31.875 and 64, sum 95.875.
+        // alpha = 95.875 / 0.75; red = blue = 6400 / 95.875; green = (6375 + 6400) / 95.875.
+        {"fractional radii weigh by overlap", kOne, kOne, kOne / 4, kOne * 3 / 4,
+         {95.875 / 0.75, 6400 / 95.875, 12775 / 95.875, 6400 / 95.875}},
+        {"far outside", 10 * kOne, 10 * kOne, kOne, kOne, {0, 0, 0, 0}},
+        {"left of the world", -3 * kOne, 0, kOne, kOne, {0, 0, 0, 0}},
+        {"box ending exactly on the left edge touches nothing", -kOne, 0, kHalf, kHalf, {0, 0, 0, 0}},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.what);
+        this->expectSample(row.x, row.y, row.rx, row.ry, row.want);
+    }
 }
 
 // Float source: alpha is 1 from column 200 on, 0 before, in a 300 x 1 world.
@@ -140,14 +130,11 @@ protected:
     OwnedWorld world_;
 };
 
-TEST_F(AreaSampleRadiusLimit, RadiusOfExactly128PixelsIsAccepted) {
+TEST_F(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
     // Box [-56, 200] x [-0.5, 0.5] reaches half of pixel 200: alpha = 0.5 / (4 · 128 · 0.5).
     EXPECT_FLOAT_EQ(alphaAt(128 * kOne), 0.5f / 256.0f);
     // One unit less reaches 1/65536 less far.
     EXPECT_FLOAT_EQ(alphaAt(128 * kOne - 1), float((0.5 - 1.0 / 65536) / (256.0 - 2.0 / 65536)));
-}
-
-TEST_F(AreaSampleRadiusLimit, LargerRadiiAreClampedTo128Pixels) {
     EXPECT_FLOAT_EQ(alphaAt(129 * kOne), 0.5f / 256.0f);
     EXPECT_FLOAT_EQ(alphaAt(0x7fffffff), 0.5f / 256.0f);
 }
