@@ -55,17 +55,15 @@ TEST_F(LinkEvaluation, GivesTheLengthOfTheWorldImageOfPointOneOneOne) {
     EXPECT_NEAR(evaluate_expression(kLink, comp, 0.0, 42.0).value, std::sqrt(3.0), 1e-12);
 }
 
-TEST_F(LinkEvaluation, FallsBackToTheOwnValueWhenTheLayerIsMissing) {
-    comp.layer(0).name = "Renamed";
-    ExpressionResult r = evaluate_expression(kLink, comp, 1.0, 42.0);
-    EXPECT_EQ(r.status, ExpressionResult::Status::FellBack);
-    EXPECT_EQ(r.value, 42.0);
-}
-
-TEST_F(LinkEvaluation, KeepsThePreExpressionValueForUnsupportedText) {
+// Unsupported text keeps the pre-expression value; a missing layer falls back to it.
+TEST_F(LinkEvaluation, OtherwiseKeepsTheOwnValue) {
     ExpressionResult r = evaluate_expression("wiggle(2, 10)", comp, 1.0, 7.0);
     EXPECT_EQ(r.status, ExpressionResult::Status::Unsupported);
     EXPECT_EQ(r.value, 7.0);
+    comp.layer(0).name = "Renamed";
+    r = evaluate_expression(kLink, comp, 1.0, 42.0);
+    EXPECT_EQ(r.status, ExpressionResult::Status::FellBack);
+    EXPECT_EQ(r.value, 42.0);
 }
 
 }  // namespace

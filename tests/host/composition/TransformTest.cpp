@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 namespace host {
 namespace {
@@ -20,71 +21,81 @@ Layer solid3d() {
     Layer l;
     l.kind = LayerKind::Solid;
     l.is_3d = true;
-    l.source.name = "Solid";
     l.source.width = 100;
     l.source.height = 100;
     return l;
 }
 
+Layer camera() {
+    Layer l;
+    l.kind = LayerKind::Camera;
+    return l;
+}
+
 Composition comp640() { return Composition("Comp", 640, 360, 30, 10); }
 
-TEST(LayerToWorld, AnchorScaleAndPositionApplyInThatOrder) {
+// One layer on its own: where a local point lands in world space at time `t`.
+struct Row {
+    const char* what;
+    Layer base;
+    std::function<void(LayerTransform&)> set;
+    double t;
+    Vec3 local, world;
+};
+
+TEST(LayerToWorld, SingleLayersMapPointsAsWorkedOutByHand) {
+    const Row rows[] = {
+        // (0,0) - anchor = (-50,-50) -> scaled (-100,-25) -> + position.
+        {"anchor, scale, position in that order", solid3d(),
+         [](LayerTransform& x) { x.anchor = Vec3{50, 50, 0}; x.scale = Vec3{200, 50, 100}; x.position = Vec3{320, 180, 10}; },
+         0, {0, 0, 0}, {220, 155, 10}},
+        // With y down, +x turning clockwise on screen ends up pointing down (+y).
+        {"positive z rotation is clockwise", solid3d(), [](LayerTransform& x) { x.rotation_z = 90.0; }, 0, {1, 0, 0}, {0, 1, 0}},
+        // Rx: y -> (0, c, s); Ry: x -> (c, 0, -s).
+        {"x rotation sign", solid3d(), [](LayerTransform& x) { x.rotation_x = 90.0; }, 0, {0, 1, 0}, {0, 0, 1}},
+        {"y rotation sign", solid3d(), [](LayerTransform& x) { x.rotation_y = 90.0; }, 0, {1, 0, 0}, {0, 0, -1}},
+        // p * Rz: (1,0,0) -> (0,1,0); then * Rx: (0,1,0) -> (0,0,1).
+        {"z acts before x", solid3d(), [](LayerTransform& x) { x.rotation_x = 90.0; x.rotation_z = 90.0; }, 0, {1, 0, 0}, {0, 0, 1}},
+        {"orientation follows the rotations", solid3d(),
+         [](LayerTransform& x) { x.rotation_z = 90.0; x.orientation = Vec3{90, 0, 0}; }, 0, {1, 0, 0}, {0, 0, 1}},
+        {"keyframed position read at the time", solid3d(),
+         [](LayerTransform& x) { x.position.add_key(0.0, Vec3{0, 0, 0}); x.position.add_key(2.0, Vec3{100, 0, -40}); },
+         0.5, {0, 0, 0}, {25, 0, -10}},
+        {"one-node camera ignores its target and anchor", camera(),
+         [](LayerTransform& x) {
+             x.auto_orient = false; x.position = Vec3{5, 6, 7}; x.point_of_interest = Vec3{100, 0, 0};
+             x.anchor = Vec3{50, 50, 50};
+         },
+         0, {0, 0, 1}, {5, 6, 8}},
+        // Aimed along +x (yaw 90) with a roll: local x -> (Rz) local y -> (yaw) world y.
+        {"camera rotation acts in the aimed frame, x", camera(),
+         [](LayerTransform& x) { x.point_of_interest = Vec3{10, 0, 0}; x.rotation_z = 90.0; }, 0, {1, 0, 0}, {0, 1, 0}},
+        {"camera rotation acts in the aimed frame, z", camera(),
+         [](LayerTransform& x) { x.point_of_interest = Vec3{10, 0, 0}; x.rotation_z = 90.0; }, 0, {0, 0, 1}, {1, 0, 0}},
+        {"coincident target leaves the camera unrotated", camera(),
+         [](LayerTransform& x) { x.position = Vec3{3, 3, 3}; x.point_of_interest = Vec3{3, 3, 3}; }, 0, {0, 0, 1}, {3, 3, 4}},
+    };
+    for (const Row& row : rows) {
+        SCOPED_TRACE(row.what);
+        Composition comp = comp640();
+        Layer l = row.base;
+        row.set(l.transform);
+        const Layer& added = comp.add_layer(l);
+        expect_point(layer_to_world(comp, added, row.t).transform_point(row.local), row.world.x, row.world.y, row.world.z);
+    }
+}
+
+TEST(LayerToWorld, AxisRowsCarryTheScaleAndTheLastRowTheTranslation) {
     Composition comp = comp640();
     Layer l = solid3d();
     l.transform.anchor = Vec3{50, 50, 0};
     l.transform.scale = Vec3{200, 50, 100};
     l.transform.position = Vec3{320, 180, 10};
-    const Layer& added = comp.add_layer(l);
-    Matrix4d m = layer_to_world(comp, added, 0);
-    // (0,0) - anchor = (-50,-50) -> scaled (-100,-25) -> + position.
-    expect_point(m.transform_point({0, 0, 0}), 220, 155, 10);
-    expect_point(m.transform_point({50, 50, 0}), 320, 180, 10);
-    // Axis rows carry the scale; the translation row is what the origin maps to.
+    Matrix4d m = layer_to_world(comp, comp.add_layer(l), 0);
     EXPECT_NEAR(m.m[0][0], 2.0, kTol);
     EXPECT_NEAR(m.m[1][1], 0.5, kTol);
     EXPECT_NEAR(m.m[3][0], 220, kTol);
     EXPECT_NEAR(m.m[3][3], 1.0, kTol);
-}
-
-TEST(LayerToWorld, PositiveZRotationIsClockwiseOnScreen) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.transform.rotation_z = 90.0;
-    const Layer& added = comp.add_layer(l);
-    // With y down, +x turning clockwise on screen ends up pointing down (+y).
-    expect_point(layer_to_world(comp, added, 0).transform_point({1, 0, 0}), 0, 1, 0);
-}
-
-TEST(LayerToWorld, XAndYRotationSigns) {
-    Composition comp = comp640();
-    Layer lx = solid3d();
-    lx.transform.rotation_x = 90.0;
-    Layer ly = solid3d();
-    ly.transform.rotation_y = 90.0;
-    const Layer& ax = comp.add_layer(lx);
-    const Layer& ay = comp.add_layer(ly);
-    // Rx: y -> (0, c, s); Ry: x -> (c, 0, -s).
-    expect_point(layer_to_world(comp, ax, 0).transform_point({0, 1, 0}), 0, 0, 1);
-    expect_point(layer_to_world(comp, ay, 0).transform_point({1, 0, 0}), 0, 0, -1);
-}
-
-TEST(LayerToWorld, ZRotationActsBeforeXRotationOnThePoint) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.transform.rotation_x = 90.0;
-    l.transform.rotation_z = 90.0;
-    const Layer& added = comp.add_layer(l);
-    // p * Rz: (1,0,0) -> (0,1,0); then * Rx: (0,1,0) -> (0,0,1).
-    expect_point(layer_to_world(comp, added, 0).transform_point({1, 0, 0}), 0, 0, 1);
-}
-
-TEST(LayerToWorld, OrientationFollowsTheRotations) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.transform.rotation_z = 90.0;             // (1,0,0) -> (0,1,0)
-    l.transform.orientation = Vec3{90, 0, 0};  // then (0,1,0) -> (0,0,1)
-    const Layer& added = comp.add_layer(l);
-    expect_point(layer_to_world(comp, added, 0).transform_point({1, 0, 0}), 0, 0, 1);
 }
 
 TEST(LayerToWorld, TwoDLayerIgnoresZAndXYRotation) {
@@ -94,8 +105,7 @@ TEST(LayerToWorld, TwoDLayerIgnoresZAndXYRotation) {
     l.transform.position = Vec3{10, 20, 500};
     l.transform.rotation_x = 45.0;
     l.transform.scale = Vec3{100, 100, 300};
-    const Layer& added = comp.add_layer(l);
-    expect_point(layer_to_world(comp, added, 0).transform_point({1, 1, 1}), 11, 21, 1);
+    expect_point(layer_to_world(comp, comp.add_layer(l), 0).transform_point({1, 1, 1}), 11, 21, 1);
 }
 
 TEST(LayerToWorld, ChildIsTransformedByItsParentsFullMatrix) {
@@ -105,9 +115,8 @@ TEST(LayerToWorld, ChildIsTransformedByItsParentsFullMatrix) {
     parent.transform.position = Vec3{100, 100, 0};
     parent.transform.rotation_z = 90.0;
     parent.transform.scale = Vec3{200, 200, 200};
-    const Layer& p = comp.add_layer(parent);
     Layer child = solid3d();
-    child.parent_id = p.id;
+    child.parent_id = comp.add_layer(parent).id;
     child.transform.position = Vec3{60, 50, 0};
     const Layer& c = comp.add_layer(child);
     // Child origin (60,50) in parent space; minus anchor (10,0); scaled (20,0); rotated (0,20);
@@ -126,23 +135,12 @@ TEST(LayerToWorld, ParentCycleDoesNotLoopForever) {
     expect_point(layer_to_world(comp, a, 0).transform_point({0, 0, 0}), 1, 2, 0);
 }
 
-TEST(LayerToWorld, KeyframedPositionIsReadAtTheTime) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.transform.position.add_key(0.0, Vec3{0, 0, 0});
-    l.transform.position.add_key(2.0, Vec3{100, 0, -40});
-    const Layer& added = comp.add_layer(l);
-    expect_point(layer_to_world(comp, added, 0.5).transform_point({0, 0, 0}), 25, 0, -10);
-}
-
 TEST(CameraToWorld, AutoOrientAimsLocalZAtThePointOfInterest) {
     Composition comp = comp640();
-    Layer cam;
-    cam.kind = LayerKind::Camera;
+    Layer cam = camera();
     cam.transform.position = Vec3{320, 180, -500};
     cam.transform.point_of_interest = Vec3{820, 180, 0};  // 45 degrees to the right
-    const Layer& c = comp.add_layer(cam);
-    Matrix4d m = layer_to_world(comp, c, 0);
+    Matrix4d m = layer_to_world(comp, comp.add_layer(cam), 0);
     double h = std::sqrt(0.5);
     // Row 2 is the image of local +z: the unit direction towards the target.
     EXPECT_NEAR(m.m[2][0], h, kTol);
@@ -159,48 +157,11 @@ TEST(CameraToWorld, LookingUpPitchesWithoutRoll) {
     Composition comp = comp640();
     Layer light;
     light.kind = LayerKind::Light;
-    light.transform.position = Vec3{0, 0, 0};
     light.transform.point_of_interest = Vec3{0, -3, 4};  // y is down: this is up and ahead
-    const Layer& l = comp.add_layer(light);
-    Matrix4d m = layer_to_world(comp, l, 0);
+    Matrix4d m = layer_to_world(comp, comp.add_layer(light), 0);
     expect_point(m.transform_point({0, 0, 1}), 0, -0.6, 0.8);
     expect_point(m.transform_point({1, 0, 0}), 1, 0, 0);
     expect_point(m.transform_point({0, 1, 0}), 0, 0.8, 0.6);
-}
-
-TEST(CameraToWorld, OneNodeCameraIgnoresThePointOfInterest) {
-    Composition comp = comp640();
-    Layer cam;
-    cam.kind = LayerKind::Camera;
-    cam.transform.auto_orient = false;
-    cam.transform.position = Vec3{5, 6, 7};
-    cam.transform.point_of_interest = Vec3{100, 0, 0};
-    cam.transform.anchor = Vec3{50, 50, 50};  // cameras have no anchor point
-    const Layer& c = comp.add_layer(cam);
-    expect_point(layer_to_world(comp, c, 0).transform_point({0, 0, 1}), 5, 6, 8);
-}
-
-TEST(CameraToWorld, OwnRotationActsInTheAimedFrame) {
-    Composition comp = comp640();
-    Layer cam;
-    cam.kind = LayerKind::Camera;
-    cam.transform.position = Vec3{0, 0, 0};
-    cam.transform.point_of_interest = Vec3{10, 0, 0};  // aim along +x: yaw 90
-    cam.transform.rotation_z = 90.0;                  // roll: local x -> local y first
-    const Layer& c = comp.add_layer(cam);
-    // local x -> (Rz) local y -> (yaw about y leaves y alone) world y.
-    expect_point(layer_to_world(comp, c, 0).transform_point({1, 0, 0}), 0, 1, 0);
-    expect_point(layer_to_world(comp, c, 0).transform_point({0, 0, 1}), 1, 0, 0);
-}
-
-TEST(CameraToWorld, CoincidentTargetLeavesTheCameraUnrotated) {
-    Composition comp = comp640();
-    Layer cam;
-    cam.kind = LayerKind::Camera;
-    cam.transform.position = Vec3{3, 3, 3};
-    cam.transform.point_of_interest = Vec3{3, 3, 3};
-    const Layer& c = comp.add_layer(cam);
-    expect_point(layer_to_world(comp, c, 0).transform_point({0, 0, 1}), 3, 3, 4);
 }
 
 }  // namespace
