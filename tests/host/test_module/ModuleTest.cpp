@@ -78,13 +78,6 @@ TEST_F(ModuleSession, EmptyRequestSkipsTheRender) {
     EXPECT_EQ(log.back(), "PF_Cmd_SMART_PRE_RENDER");
 }
 
-TEST_F(ModuleSession, DownsampledRenderCoversTheCeilingSize) {
-    host::RenderResult result = session.render({0.0, 8, 2, {}});
-    ASSERT_TRUE(result.rendered);
-    EXPECT_EQ(result.output->get().width, 2);  // ceil(4 / 2)
-    EXPECT_EQ(result.output->get().height, 2); // ceil(3 / 2)
-}
-
 TEST_F(ModuleSession, CommandsArriveInTheHostsOrder) {
     session.render({0.0, 8, 1, {}});
     session.unload();
