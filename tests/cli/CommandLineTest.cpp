@@ -8,6 +8,7 @@
 
 #include <filesystem>
 #include <fstream>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -20,12 +21,11 @@ cli::ParsedCommandLine parse(std::vector<const char*> args) {
 }
 
 TEST(FrameRangeText, AcceptsOneFrameOrAnInclusiveRange) {
-    cli::FrameRange r = cli::parseFrameRange("12");
-    EXPECT_EQ(r.first, 12);
-    EXPECT_EQ(r.last, 12);
-    r = cli::parseFrameRange("0-47");
-    EXPECT_EQ(r.first, 0);
-    EXPECT_EQ(r.last, 47);
+    for (const auto& [text, first, last] : {std::tuple{"12", 12, 12}, std::tuple{"0-47", 0, 47}}) {
+        const cli::FrameRange r = cli::parseFrameRange(text);
+        EXPECT_EQ(r.first, first) << text;
+        EXPECT_EQ(r.last, last) << text;
+    }
     for (const char* bad : {"", "-", "3-", "-3", "a-b", "5-2", "1.5", "1-2-3", " 4", "9999999999"})
         EXPECT_THROW(cli::parseFrameRange(bad), cli::CliError) << '"' << bad << '"';
 }
@@ -71,22 +71,24 @@ TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
 }
 
 TEST(OverrideValues, ReadLikeTheSceneFilesJson) {
-    host::SceneValue v = host::parseParamText(" 0.5 ");
-    EXPECT_EQ(v.kind, Kind::Number);
-    EXPECT_DOUBLE_EQ(v.number, 0.5);
-    v = host::parseParamText("-1e2");
-    EXPECT_DOUBLE_EQ(v.number, -100);
-    EXPECT_EQ(host::parseParamText("On").number, 1);
-    EXPECT_EQ(host::parseParamText("false").number, 0);
-    EXPECT_EQ(host::parseParamText("None").kind, Kind::None);
-    v = host::parseParamText("200, 220,255");
-    ASSERT_EQ(v.kind, Kind::Numbers);
-    EXPECT_EQ(v.numbers, (std::vector<double>{200, 220, 255}));
-    v = host::parseParamText("[320, 180]");
-    EXPECT_EQ(v.numbers, (std::vector<double>{320, 180}));
+    struct Row {
+        const char* text;
+        Kind kind;
+        std::vector<double> numbers;  // one for a number
+    };
+    const Row rows[] = {{" 0.5 ", Kind::Number, {0.5}},          {"-1e2", Kind::Number, {-100}},
+                        {"On", Kind::Number, {1}},               {"false", Kind::Number, {0}},
+                        {"None", Kind::None, {}},                {"200, 220,255", Kind::Numbers, {200, 220, 255}},
+                        {"[320, 180]", Kind::Numbers, {320, 180}}};
+    for (const Row& row : rows) {
+        const host::SceneValue v = host::parseParamText(row.text);
+        EXPECT_EQ(v.kind, row.kind) << row.text;
+        if (row.kind == Kind::Number) EXPECT_DOUBLE_EQ(v.number, row.numbers[0]) << row.text;
+        if (row.kind == Kind::Numbers) EXPECT_EQ(v.numbers, row.numbers) << row.text;
+    }
     // Not numbers after all: kept as text for popups and layer names.
     for (const char* text : {"Both Sides", "1,2,3,4", "1,x", "nan", "12px", "Layer 1"}) {
-        v = host::parseParamText(text);
+        const host::SceneValue v = host::parseParamText(text);
         EXPECT_EQ(v.kind, Kind::Text) << text;
         EXPECT_EQ(v.text, text);
     }

@@ -18,6 +18,12 @@ using clitest::TempFolder;
 
 bool contains(const std::string& text, const std::string& part) { return text.find(part) != std::string::npos; }
 
+// The line of `text` from the first occurrence of `part` to its end; empty when absent.
+std::string lineOf(const std::string& text, const std::string& part) {
+    const std::size_t at = text.find(part);
+    return at == std::string::npos ? std::string() : text.substr(at, text.find('\n', at) - at);
+}
+
 // Sum of absolute channel differences: 0 for identical pictures.
 double difference(const host::Image& a, const host::Image& b) {
     double d = 0;
@@ -80,10 +86,7 @@ TEST(SceneProcess, HostCallsAreListedPerSmartCommandOverAllFrames) {
     dir.write("small.json", clitest::smallScene(R"(, "Control Layer": "Checker")"));
     CliRun run = runCli(dir, {"small.json", "--frames", "0-1", "-o", "f.####.png", "--quiet", "--host-calls"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
-    auto line_of = [&](const std::string& name) {
-        const std::size_t at = run.out.find("  " + name + " ");
-        return at == std::string::npos ? std::string() : run.out.substr(at, run.out.find('\n', at) - at);
-    };
+    auto line_of = [&](const std::string& name) { return lineOf(run.out, "  " + name + " "); };
     EXPECT_TRUE(contains(run.out, "host calls over 2 frames")) << run.out;
     EXPECT_TRUE(contains(line_of("checkout_layer"), " 2             0")) << run.out;
     EXPECT_TRUE(contains(line_of("checkout_output"), " 0             2")) << run.out;
@@ -145,10 +148,7 @@ TEST(Introspection, ListsParametersWithTheirState) {
     TempFolder dir;
     CliRun run = runCli(dir, {"--list-params"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
-    auto line_of = [&](const std::string& name) {
-        const std::size_t at = run.out.find(name);
-        return at == std::string::npos ? std::string() : run.out.substr(at, run.out.find('\n', at) - at);
-    };
+    auto line_of = [&](const std::string& name) { return lineOf(run.out, name); };
     EXPECT_TRUE(contains(line_of("Open Parameter"), "0 .. 2")) << run.out;
     EXPECT_TRUE(contains(line_of("Falloff Radius"), "disabled")) << run.out;  // Falloff is None
     EXPECT_TRUE(contains(line_of("dammy"), "hidden")) << run.out;
@@ -165,17 +165,15 @@ TEST(Introspection, ListsParametersWithTheirState) {
 
 TEST(Introspection, AboutVersionAndHelp) {
     TempFolder dir;
-    CliRun run = runCli(dir, {"--about"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_TRUE(contains(run.out, "Orbivane, v1.1.6")) << run.out;
-    run = runCli(dir, {"--version"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_TRUE(contains(run.out, "orbivane-render 1.1.6")) << run.out;
-    EXPECT_TRUE(contains(run.out, "effect Orbivane 1.1.6 (release, build 1)")) << run.out;
-    run = runCli(dir, {"--help"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_TRUE(contains(run.out, "Examples:")) << run.out;
-    EXPECT_TRUE(contains(run.out, "--frames")) << run.out;
+    const std::pair<const char*, std::vector<std::string>> rows[] = {
+        {"--about", {"Orbivane, v1.1.6"}},
+        {"--version", {"orbivane-render 1.1.6", "effect Orbivane 1.1.6 (release, build 1)"}},
+        {"--help", {"Examples:", "--frames"}}};
+    for (const auto& [option, parts] : rows) {
+        CliRun run = runCli(dir, {option});
+        ASSERT_EQ(run.exit_code, 0) << option << "\n" << run.err;
+        for (const std::string& part : parts) EXPECT_TRUE(contains(run.out, part)) << option << "\n" << run.out;
+    }
     EXPECT_TRUE(dir.files().empty());
 }
 
@@ -188,10 +186,6 @@ TEST(ModuleChoice, EnvironmentAndOptionPickTheModule) {
     EXPECT_EQ(run.exit_code, 3);
     EXPECT_TRUE(contains(run.err, "/nowhere/Orbivane.so")) << run.err;
 }
-
-}  // namespace
-
-namespace {
 
 TEST(Examples, EveryExampleSceneRenders) {
     int scenes = 0;
