@@ -55,15 +55,6 @@ TEST(HostCalls, AControlLayerIsFoundThroughCallsAfterEffectsRefusesOnRenderThrea
     EXPECT_TRUE(find(log.render, "AEGP_DisposeStream")->forbidden);
 }
 
-// The strict mode lets a render without a control layer through untouched.
-TEST(HostCalls, StrictModeRendersAFrameWithoutAControlLayer)
-{
-    host::HostOptions options;
-    options.strict_render_thread = true;
-    const auto session = e2e::openScene("lights.json", options);
-    EXPECT_EQ(e2e::renderScene(*session).err, PF_Err_NONE);
-}
-
 // The strict mode refuses every call of a marked function and nothing else.
 TEST(HostCalls, StrictModeRefusesExactlyTheMarkedCalls)
 {
