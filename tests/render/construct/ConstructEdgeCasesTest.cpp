@@ -16,10 +16,18 @@ namespace {
 
 constexpr double kTwoPi = 6.283185307179586;
 
-std::unique_ptr<host::Session> openSceneText(const std::string& file_name, const std::string& json)
+// A 200 x 100 composition holding `layers` (JSON, each followed by a comma) and then the
+// effect's solid (width x height) with `params`; written next to the build.
+std::unique_ptr<host::Session> openEdgeScene(const std::string& file_name, const std::string& layers,
+                                             const std::string& params, int width = 200, int height = 100)
 {
     const std::string path = std::string(ORBIVANE_BINARY_DIR) + "/" + file_name;
-    std::ofstream(path) << json;
+    std::ofstream(path) << R"({"composition": {"name": "Edge", "width": 200, "height": 100, "frame_rate": 25,
+                                               "duration": 2},
+      "layers": [)" << layers << R"({"name": "Surface", "type": "solid", "source": {"width": )" << width
+                        << R"(, "height": )" << height
+                        << R"(, "color": [0, 255, 0]}, "effect": {"parameters": {)" << params << R"(}}}],
+      "render": {"time": 0}})";
     return std::make_unique<host::Session>(path, ORBIVANE_MODULE_PATH);
 }
 
@@ -34,25 +42,18 @@ struct Built {
     RenderInfo info;
 };
 
-const char* const kTexture =
+const std::string kTexture =
     R"({"name": "Halves", "type": "footage", "video": false,
         "source": {"generate": "checkerboard", "width": 100, "height": 50, "cell": 50,
-                   "color": [255, 0, 0], "color2": [0, 0, 255]}})";
+                   "color": [255, 0, 0], "color2": [0, 0, 255]}},)";
 
 TEST(ConstructEdgeCases, FocusCloserThanOnePixelCountsAsOne)
 {
-    const auto session = openSceneText("construct_close_focus.json", std::string(R"({
-      "composition": {"name": "Close", "width": 200, "height": 100, "frame_rate": 25, "duration": 2},
-      "layers": [
+    const auto session = openEdgeScene("construct_close_focus.json", R"(
         {"name": "Camera 1", "type": "camera",
          "transform": {"position": [100, 50, -277.7777778], "auto_orient": false},
-         "camera": {"zoom": 277.7777778, "focus_distance": 0.5, "aperture": 25.3, "blur_level": 100}},
-        )") + kTexture + R"(,
-        {"name": "Surface", "type": "solid", "source": {"width": 200, "height": 100, "color": [0, 255, 0]},
-         "effect": {"parameters": {"Texture": "Halves", "Depth Of Field": 3}}}
-      ],
-      "render": {"time": 0}
-    })");
+         "camera": {"zoom": 277.7777778, "focus_distance": 0.5, "aperture": 25.3, "blur_level": 100}},)" +
+        kTexture, R"("Texture": "Halves", "Depth Of Field": 3)");
     Built built(*session);
     EXPECT_EQ(built.info.focus_distance, 1.0);
     // (zoom / 1) (25.3 / 10) (100 / 100) (100 / 100)
@@ -64,18 +65,10 @@ TEST(ConstructEdgeCases, FocusCloserThanOnePixelCountsAsOne)
 // height along its Z; the axes stay unit length.
 TEST(ConstructEdgeCases, UnevenControlLayerScaleBecomesRadiiAndHeight)
 {
-    const auto session = openSceneText("construct_scaled_control.json", std::string(R"({
-      "composition": {"name": "Controlled", "width": 200, "height": 100, "frame_rate": 25, "duration": 2},
-      "layers": [
+    const auto session = openEdgeScene("construct_scaled_control.json", R"(
         {"name": "Handle", "type": "null", "3d": true,
-         "transform": {"position": [100, 50, 0], "scale": [200, 50, 150],
-                       "rotation_x": -90, "rotation_z": -90}},
-        )") + kTexture + R"(,
-        {"name": "Surface", "type": "solid", "source": {"width": 200, "height": 100, "color": [0, 255, 0]},
-         "effect": {"parameters": {"Texture": "Halves", "Control Layer": "Handle"}}}
-      ],
-      "render": {"time": 0}
-    })");
+         "transform": {"position": [100, 50, 0], "scale": [200, 50, 150], "rotation_x": -90, "rotation_z": -90}},)" +
+        kTexture, R"("Texture": "Halves", "Control Layer": "Handle")");
     Built built(*session);
     const RenderInfo& info = built.info;
     EXPECT_NEAR(info.size.getX(), 2.0 * 100.0 / kTwoPi, 1e-4);
@@ -90,14 +83,7 @@ TEST(ConstructEdgeCases, UnevenControlLayerScaleBecomesRadiiAndHeight)
 // Without a texture layer the effect layer's own size is taken, not the composition's.
 TEST(ConstructEdgeCases, NoTextureTakesTheEffectLayerSize)
 {
-    const auto session = openSceneText("construct_no_texture.json", R"({
-      "composition": {"name": "Bare", "width": 200, "height": 100, "frame_rate": 25, "duration": 2},
-      "layers": [
-        {"name": "Surface", "type": "solid", "source": {"width": 300, "height": 120, "color": [0, 255, 0]},
-         "effect": {"parameters": {}}}
-      ],
-      "render": {"time": 0}
-    })");
+    const auto session = openEdgeScene("construct_no_texture.json", "", "", 300, 120);
     Built built(*session);
     EXPECT_DOUBLE_EQ(built.info.texture_width, 300.0);
     EXPECT_DOUBLE_EQ(built.info.texture_height, 120.0);
@@ -106,15 +92,8 @@ TEST(ConstructEdgeCases, NoTextureTakesTheEffectLayerSize)
 
 TEST(ConstructEdgeCases, SlideAndScrewAreTurns)
 {
-    const auto session = openSceneText("construct_turns.json", std::string(R"({
-      "composition": {"name": "Turns", "width": 200, "height": 100, "frame_rate": 25, "duration": 2},
-      "layers": [
-        )") + kTexture + R"(,
-        {"name": "Surface", "type": "solid", "source": {"width": 200, "height": 100, "color": [0, 255, 0]},
-         "effect": {"parameters": {"Texture": "Halves", "Slide Texture": 90, "Screw": -180}}}
-      ],
-      "render": {"time": 0}
-    })");
+    const auto session = openEdgeScene("construct_turns.json", kTexture,
+                                       R"("Texture": "Halves", "Slide Texture": 90, "Screw": -180)");
     Built built(*session);
     EXPECT_DOUBLE_EQ(built.info.slide, 0.25);
     EXPECT_NEAR(built.info.extension.screw, -0.5, 1e-15);
