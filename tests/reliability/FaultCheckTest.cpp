@@ -59,19 +59,25 @@ TEST(FaultPlanTest, SkipsCallsThatCannotFailAndThinsRepeatedSampling) {
 }
 
 TEST(FaultPlanTest, KnowsWhichFailuresTheEffectSwallows) {
+    struct Row {
+        std::uint64_t call;
+        bool swallowed;
+        const char* why;
+    };
+    const Row rows[] = {{2, true, "registration result is only stored"},
+                        {4, false, "a refused parameter fails set-up"},
+                        {6, false, "a refused control update ends the update"},
+                        {9, true, "a parameter change swallows everything"},
+                        {11, false, "the update after the change does not"},
+                        {16, false, "pre-render returns its checkout error"},
+                        {17, true, "8-bit sampling suite"},
+                        {18, true, "16-bit sampling suite"},
+                        {19, false, "float sampling suite"},
+                        {23, false, "iteration"}};
     const FaultPlan plan = planFaults(countedLifetime(), countedNames());
-    EXPECT_TRUE(pointAt(plan, 2).allowed.none) << "registration result is only stored";
-    EXPECT_FALSE(pointAt(plan, 4).allowed.none) << "a refused parameter fails set-up";
-    EXPECT_FALSE(pointAt(plan, 6).allowed.none) << "a refused control update ends the update";
-    EXPECT_TRUE(pointAt(plan, 9).allowed.none) << "a parameter change swallows everything";
+    for (const Row& row : rows) EXPECT_EQ(pointAt(plan, row.call).allowed.none, row.swallowed) << row.why;
     EXPECT_FALSE(pointAt(plan, 9).allowed.injected);
-    EXPECT_FALSE(pointAt(plan, 11).allowed.none) << "the update after the change does not";
-    EXPECT_FALSE(pointAt(plan, 16).allowed.none) << "pre-render returns its checkout error";
-    EXPECT_TRUE(pointAt(plan, 17).allowed.none) << "8-bit sampling suite";
     EXPECT_FALSE(pointAt(plan, 17).allowed.injected);
-    EXPECT_TRUE(pointAt(plan, 18).allowed.none) << "16-bit sampling suite";
-    EXPECT_FALSE(pointAt(plan, 19).allowed.none) << "float sampling suite";
-    EXPECT_FALSE(pointAt(plan, 23).allowed.none) << "iteration";
     EXPECT_TRUE(pointAt(plan, 24).allowed.may_leak) << "a refused release";
 }
 
@@ -82,66 +88,59 @@ TEST(FaultPlanTest, InjectsMemoryErrorsIntoAllocationsAndSuiteErrorsIntoSuiteLoa
     EXPECT_EQ(errorFor("AEGP_GetLayerFlags"), PF_Err_INTERNAL_STRUCT_DAMAGED);
 }
 
-class FaultCheckTest : public ::testing::Test {
-protected:
-    FaultPlan plan = planFaults(countedLifetime(), countedNames());
-    LifetimeResult run = countedLifetime();
-};
-
-TEST_F(FaultCheckTest, AcceptsTheInjectedErrorFromTheFaultedStep) {
-    const FaultPoint& p = pointAt(plan, 23);
-    run.steps[4].err = p.error;
-    EXPECT_EQ(checkFaultedLifetime(p, p.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, RejectsASwallowedErrorThatMustBeReturned) {
-    const FaultPoint& p = pointAt(plan, 23);
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, RejectsAnErrorWhereTheFailureMustBeSwallowed) {
-    const FaultPoint& p = pointAt(plan, 9);
-    run.steps[2].err = p.error;
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, RejectsALaterStepThatNoLongerWorks) {
-    const FaultPoint& p = pointAt(plan, 23);
-    run.steps[4].err = p.error;
-    run.steps[5].err = PF_Err_BAD_CALLBACK_PARAM;
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, RejectsAnExceptionThroughTheEntryPoint) {
-    const FaultPoint& p = pointAt(plan, 9);
-    run.steps[2].host_error = "Orbivane: an exception escaped the entry point during PF_Cmd_USER_CHANGED_PARAM";
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, RejectsAFaultThatWasNeverReached) {
-    const FaultPoint& p = pointAt(plan, 9);
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 0), "");
-}
-
-TEST_F(FaultCheckTest, RejectsLeaksExceptTheObjectOfAFailedRelease) {
-    const FaultPoint& sample = pointAt(plan, 20);
-    run.leaks = "leaked 1 x world\n";
-    EXPECT_NE(checkFaultedLifetime(sample, sample.error, run, 1), "");
-    const FaultPoint& release = pointAt(plan, 24);
-    run.leaks = "leaked 1 x suite (PF World Suite v2)\n";
-    EXPECT_EQ(checkFaultedLifetime(release, release.error, run, 1), "");
-    run.leaks = "leaked 2 x suite (PF World Suite v2)\n";
-    EXPECT_NE(checkFaultedLifetime(release, release.error, run, 1), "");
-}
-
-TEST_F(FaultCheckTest, ARefusedLoadMustNameTheInjectedError) {
-    const FaultPoint& p = pointAt(plan, 4);
-    run.loaded = false;
-    run.steps.resize(1);
-    run.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_INTERNAL_STRUCT_DAMAGED";
-    EXPECT_EQ(checkFaultedLifetime(p, p.error, run, 1), "");
-    run.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_OUT_OF_MEMORY";
-    EXPECT_NE(checkFaultedLifetime(p, p.error, run, 1), "");
+// Each row edits a clean run of the counted lifetime and faults one call of it.
+TEST(FaultCheckTest, AcceptsOnlyRunsThatHandleTheFaultAsAllowed) {
+    struct Row {
+        const char* what;
+        std::uint64_t call;
+        std::uint64_t injected;  // times the fault was reached
+        void (*edit)(LifetimeResult&, PF_Err);
+        bool accepted;
+    };
+    const Row rows[] = {
+        {"the injected error from the faulted step", 23, 1, [](LifetimeResult& r, PF_Err e) { r.steps[4].err = e; }, true},
+        {"a swallowed error that must be returned", 23, 1, [](LifetimeResult&, PF_Err) {}, false},
+        {"an error where the failure must be swallowed", 9, 1,
+         [](LifetimeResult& r, PF_Err e) { r.steps[2].err = e; }, false},
+        {"a later step that no longer works", 23, 1,
+         [](LifetimeResult& r, PF_Err e) {
+             r.steps[4].err = e;
+             r.steps[5].err = PF_Err_BAD_CALLBACK_PARAM;
+         },
+         false},
+        {"an exception through the entry point", 9, 1,
+         [](LifetimeResult& r, PF_Err) {
+             r.steps[2].host_error = "Orbivane: an exception escaped the entry point during PF_Cmd_USER_CHANGED_PARAM";
+         },
+         false},
+        {"a fault that was never reached", 9, 0, [](LifetimeResult&, PF_Err) {}, false},
+        {"a leak after a failed sample", 20, 1, [](LifetimeResult& r, PF_Err) { r.leaks = "leaked 1 x world\n"; }, false},
+        {"the one object of a failed release", 24, 1,
+         [](LifetimeResult& r, PF_Err) { r.leaks = "leaked 1 x suite (PF World Suite v2)\n"; }, true},
+        {"more than the object of a failed release", 24, 1,
+         [](LifetimeResult& r, PF_Err) { r.leaks = "leaked 2 x suite (PF World Suite v2)\n"; }, false},
+        {"a refused load naming the injected error", 4, 1,
+         [](LifetimeResult& r, PF_Err) {
+             r.loaded = false;
+             r.steps.resize(1);
+             r.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_INTERNAL_STRUCT_DAMAGED";
+         },
+         true},
+        {"a refused load naming another error", 4, 1,
+         [](LifetimeResult& r, PF_Err) {
+             r.loaded = false;
+             r.steps.resize(1);
+             r.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_OUT_OF_MEMORY";
+         },
+         false},
+    };
+    const FaultPlan plan = planFaults(countedLifetime(), countedNames());
+    for (const Row& row : rows) {
+        const FaultPoint& p = pointAt(plan, row.call);
+        LifetimeResult run = countedLifetime();
+        row.edit(run, p.error);
+        EXPECT_EQ(checkFaultedLifetime(p, p.error, run, row.injected).empty(), row.accepted) << row.what;
+    }
 }
 
 }  // namespace

@@ -47,17 +47,6 @@ PF_Err renderFrame(host::Host& host, short depth) {
 
 }  // namespace
 
-const char* stepKindName(StepKind kind) {
-    switch (kind) {
-        case StepKind::Load: return "load";
-        case StepKind::UpdateUi: return "update-ui";
-        case StepKind::ChangeParam: return "change-param";
-        case StepKind::Render: return "render";
-        case StepKind::Unload: return "unload";
-    }
-    return "?";
-}
-
 LifetimeResult runLifetime(Session& session) {
     LifetimeResult result;
     host::Host& host = session.host();

@@ -23,8 +23,6 @@ enum class StepKind {
     Unload,        // SEQUENCE_SETDOWN, GLOBAL_SETDOWN
 };
 
-const char* stepKindName(StepKind kind);
-
 struct StepResult {
     std::string name;
     StepKind kind = StepKind::Load;
