@@ -72,21 +72,18 @@ void sweep(host::Session& session)
     EXPECT_GT(reported, 5);
 }
 
-TEST(FaultSweep, DepthOfFieldRenderReleasesEverythingOnEveryFailure)
+// With depth of field (two passes, the scene's setting) and without it (one pass).
+TEST(FaultSweep, RenderReleasesEverythingOnEveryFailure)
 {
-    host::HostOptions options;
-    options.threads = 1;  // the same call order every run
-    const auto session = e2e::openScene("tiny.json", options);
-    sweep(*session);
-}
-
-TEST(FaultSweep, SinglePassRenderReleasesEverythingOnEveryFailure)
-{
-    host::HostOptions options;
-    options.threads = 1;
-    const auto session = e2e::openScene("tiny.json", options);
-    session->set("Depth Of Field", 1);
-    sweep(*session);
+    for (const bool depth_of_field : {true, false}) {
+        SCOPED_TRACE(depth_of_field ? "depth of field" : "single pass");
+        host::HostOptions options;
+        options.threads = 1;  // the same call order every run
+        const auto session = e2e::openScene("tiny.json", options);
+        if (!depth_of_field)
+            session->set("Depth Of Field", 1);
+        sweep(*session);
+    }
 }
 
 // A missing sampling suite stops the render before anything is checked out. Only the float

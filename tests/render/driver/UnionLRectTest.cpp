@@ -4,38 +4,28 @@
 
 namespace {
 
-bool same(const PF_LRect& a, const PF_LRect& b)
+// An empty rectangle (left >= right or top >= bottom) adds nothing; an empty destination is
+// replaced by the source, even an empty one.
+TEST(UnionLRect, HoldsBothUnlessOneIsEmpty)
 {
-    return a.left == b.left && a.top == b.top && a.right == b.right && a.bottom == b.bottom;
-}
-
-TEST(UnionLRect, EmptyDestinationTakesTheSourceEvenWhenEmpty)
-{
-    PF_LRect dst{0, 0, 0, 0};
-    const PF_LRect src{2, 3, 10, 8};
-    UnionLRect(&src, &dst);
-    EXPECT_TRUE(same(dst, src));
-
-    PF_LRect inverted{5, 5, 4, 9};  // left >= right: empty
-    const PF_LRect empty_src{7, 7, 7, 20};
-    UnionLRect(&empty_src, &inverted);
-    EXPECT_TRUE(same(inverted, empty_src));
-}
-
-TEST(UnionLRect, GrowsToHoldBoth)
-{
-    PF_LRect dst{0, 5, 10, 8};
-    const PF_LRect src{-4, 6, 3, 12};
-    UnionLRect(&src, &dst);
-    EXPECT_TRUE(same(dst, PF_LRect{-4, 5, 10, 12}));
-}
-
-TEST(UnionLRect, EmptySourceLeavesTheDestination)
-{
-    PF_LRect dst{1, 2, 3, 4};
-    const PF_LRect src{-100, -100, 100, -100};  // top >= bottom
-    UnionLRect(&src, &dst);
-    EXPECT_TRUE(same(dst, PF_LRect{1, 2, 3, 4}));
+    struct Row {
+        const char* what;
+        PF_LRect dst, src, expected;
+    };
+    const Row rows[] = {
+        {"zero destination", {0, 0, 0, 0}, {2, 3, 10, 8}, {2, 3, 10, 8}},
+        {"inverted destination, empty source", {5, 5, 4, 9}, {7, 7, 7, 20}, {7, 7, 7, 20}},
+        {"overlapping", {0, 5, 10, 8}, {-4, 6, 3, 12}, {-4, 5, 10, 12}},
+        {"empty source", {1, 2, 3, 4}, {-100, -100, 100, -100}, {1, 2, 3, 4}},
+    };
+    for (const Row& row : rows) {
+        PF_LRect dst = row.dst;
+        UnionLRect(&row.src, &dst);
+        EXPECT_EQ(dst.left, row.expected.left) << row.what;
+        EXPECT_EQ(dst.top, row.expected.top) << row.what;
+        EXPECT_EQ(dst.right, row.expected.right) << row.what;
+        EXPECT_EQ(dst.bottom, row.expected.bottom) << row.what;
+    }
 }
 
 }  // namespace
