@@ -246,25 +246,6 @@ FakeHost::FakeHost()
         throw std::logic_error("one FakeHost at a time");
     }
     g_current = this;
-    std::memset(&in_data, 0, sizeof(in_data));
-    std::memset(&utils, 0, sizeof(utils));
-    std::memset(&basic, 0, sizeof(basic));
-    std::memset(&sampling8, 0, sizeof(sampling8));
-    std::memset(&sampling16, 0, sizeof(sampling16));
-    std::memset(&sampling_float, 0, sizeof(sampling_float));
-    std::memset(&world, 0, sizeof(world));
-    std::memset(&utility, 0, sizeof(utility));
-    std::memset(&layer, 0, sizeof(layer));
-    std::memset(&memory, 0, sizeof(memory));
-    std::memset(&stream, 0, sizeof(stream));
-    std::memset(&camera, 0, sizeof(camera));
-    std::memset(&light, 0, sizeof(light));
-    std::memset(&item, 0, sizeof(item));
-    std::memset(&comp, 0, sizeof(comp));
-    std::memset(&pf_interface, 0, sizeof(pf_interface));
-    std::memset(&effect, 0, sizeof(effect));
-    std::memset(&dynamic_stream, 0, sizeof(dynamic_stream));
-    std::memset(&param_utils, 0, sizeof(param_utils));
 
     basic.AcquireSuite = &acquireSuite;
     basic.ReleaseSuite = &releaseSuite;

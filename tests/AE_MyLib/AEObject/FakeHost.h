@@ -76,25 +76,26 @@ public:
     std::string expression_set;       // last AEGP_SetExpression
     int stream_values_live = 0;       // AEGP_GetNewStreamValue results not yet disposed of
 
-    PF_InData in_data;
-    PF_UtilCallbacks utils;
-    SPBasicSuite basic;
-    PF_Sampling8Suite1 sampling8;
-    PF_Sampling16Suite1 sampling16;
-    PF_SamplingFloatSuite1 sampling_float;
-    PF_WorldSuite2 world;
-    AEGP_UtilitySuite5 utility;
-    AEGP_LayerSuite6 layer;
-    AEGP_MemorySuite1 memory;
-    AEGP_StreamSuite4 stream;
-    AEGP_CameraSuite2 camera;
-    AEGP_LightSuite2 light;
-    AEGP_ItemSuite8 item;
-    AEGP_CompSuite5 comp;
-    AEGP_PFInterfaceSuite1 pf_interface;
-    AEGP_EffectSuite3 effect;
-    AEGP_DynamicStreamSuite4 dynamic_stream;
-    PF_ParamUtilsSuite3 param_utils;
+    // Every table starts zeroed: a function a test does not program is null.
+    PF_InData in_data{};
+    PF_UtilCallbacks utils{};
+    SPBasicSuite basic{};
+    PF_Sampling8Suite1 sampling8{};
+    PF_Sampling16Suite1 sampling16{};
+    PF_SamplingFloatSuite1 sampling_float{};
+    PF_WorldSuite2 world{};
+    AEGP_UtilitySuite5 utility{};
+    AEGP_LayerSuite6 layer{};
+    AEGP_MemorySuite1 memory{};
+    AEGP_StreamSuite4 stream{};
+    AEGP_CameraSuite2 camera{};
+    AEGP_LightSuite2 light{};
+    AEGP_ItemSuite8 item{};
+    AEGP_CompSuite5 comp{};
+    AEGP_PFInterfaceSuite1 pf_interface{};
+    AEGP_EffectSuite3 effect{};
+    AEGP_DynamicStreamSuite4 dynamic_stream{};
+    PF_ParamUtilsSuite3 param_utils{};
 
 private:
     std::map<std::string, const void*> suites_;

@@ -33,20 +33,6 @@ TEST(InDataMalloc, TakesALockedHandleEightBytesLargerAndReturnsTheAddressPastThe
     EXPECT_TRUE(host.handles.empty()) << "free unlocks and disposes of the handle";
 }
 
-TEST(InDataMalloc, GivesNullWhenTheHostHasNoMemoryOrThereIsNoInData)
-{
-    fake::FakeHost host;
-    host.fail_new_handle = true;
-    AEO::InData in_data(host.in());
-    EXPECT_EQ(in_data.malloc(16), nullptr);
-
-    AEO::InData without(nullptr);
-    EXPECT_EQ(without.malloc(16), nullptr);
-    without.free(nullptr);
-    in_data.free(nullptr);
-    EXPECT_EQ(host.handles_made, 0);
-}
-
 class AlignedNew : public ::testing::TestWithParam<std::size_t> {};
 
 TEST_P(AlignedNew, AlignsTheCopyAndKeepsTheRawBlockJustBelowIt)
@@ -77,22 +63,22 @@ TEST_P(AlignedNew, AlignsTheCopyAndKeepsTheRawBlockJustBelowIt)
 
 INSTANTIATE_TEST_SUITE_P(Alignments, AlignedNew, ::testing::Values(8, 16, 32, 64));
 
-TEST(AlignedFree, IgnoresNullAndANullRawPointer)
-{
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
-    in_data.aligned_free(nullptr);
-    void* slots[2] = {nullptr, nullptr};
-    in_data.aligned_free(&slots[1]);  // raw pointer below is null
-    EXPECT_TRUE(host.handles.empty());
-}
-
-TEST(AlignedNew, GivesNullWhenTheHostHasNoMemory)
+TEST(InDataMemory, GivesNullWithoutHostMemoryOrInDataAndFreesNothingForNull)
 {
     fake::FakeHost host;
     host.fail_new_handle = true;
     AEO::InData in_data(host.in());
+    EXPECT_EQ(in_data.malloc(16), nullptr);
     EXPECT_EQ(in_data.aligned_new(Payload{}, 16), nullptr);
+
+    AEO::InData without(nullptr);
+    EXPECT_EQ(without.malloc(16), nullptr);
+    without.free(nullptr);
+    in_data.free(nullptr);
+    in_data.aligned_free(nullptr);
+    void* slots[2] = {nullptr, nullptr};
+    in_data.aligned_free(&slots[1]);  // raw pointer below is null
+    EXPECT_EQ(host.handles_made, 0);
 }
 
 }  // namespace

@@ -76,6 +76,11 @@ TEST(String, AssignsAndAppendsWithATerminator)
     ASSERT_TRUE(s.assign("x"));
     EXPECT_STREQ(s.c_str(), "x");
     EXPECT_EQ(s.size(), 1u);
+
+    AEO::String<char16_t> wide(&in_data);  // keeps its code units
+    ASSERT_TRUE(wide.assign(u"Light 1"));
+    EXPECT_EQ(std::u16string(wide.c_str()), u"Light 1");
+    EXPECT_EQ(wide.size(), 7u);
 }
 
 TEST(String, TextBuiltACharacterAtATimeCostsFewHostAllocations)
@@ -91,16 +96,6 @@ TEST(String, TextBuiltACharacterAtATimeCostsFewHostAllocations)
     EXPECT_LE(host.handles_made, 10) << "storage grows geometrically";
 }
 
-TEST(String, WideStringsKeepTheirCodeUnits)
-{
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
-    AEO::String<char16_t> s(&in_data);
-    ASSERT_TRUE(s.assign(u"Light 1"));
-    EXPECT_EQ(std::u16string(s.c_str()), u"Light 1");
-    EXPECT_EQ(s.size(), 7u);
-}
-
 std::string utf8(const char16_t* text)
 {
     fake::FakeHost host;
@@ -110,21 +105,25 @@ std::string utf8(const char16_t* text)
     return out.c_str();
 }
 
-TEST(Utf8, EncodesEachRangeOfCodePoints)
-{
-    EXPECT_EQ(utf8(u"Null 2"), "Null 2");
-    EXPECT_EQ(utf8(u"Cam\u00E9ra"), "Cam\xC3\xA9ra");         // two bytes
-    EXPECT_EQ(utf8(u"\u20AC"), "\xE2\x82\xAC");                // three bytes
-    EXPECT_EQ(utf8(u"\U0001F600"), "\xF0\x9F\x98\x80");        // surrogate pair, four bytes
-    EXPECT_EQ(utf8(u""), "");
-}
-
-TEST(Utf8, ReplacesLoneSurrogates)
+TEST(Utf8, EncodesEachRangeOfCodePointsAndReplacesLoneSurrogates)
 {
     const char16_t high_alone[] = {0xD83D, u'a', 0};
     const char16_t low_alone[] = {0xDE00, 0};
-    EXPECT_EQ(utf8(high_alone), "\xEF\xBF\xBD" "a");
-    EXPECT_EQ(utf8(low_alone), "\xEF\xBF\xBD");
+    const struct {
+        const char16_t* text;
+        const char* utf8;
+    } cases[] = {
+        {u"Null 2", "Null 2"},
+        {u"Cam\u00E9ra", "Cam\xC3\xA9ra"},        // two bytes
+        {u"\u20AC", "\xE2\x82\xAC"},               // three bytes
+        {u"\U0001F600", "\xF0\x9F\x98\x80"},       // surrogate pair, four bytes
+        {u"", ""},
+        {high_alone, "\xEF\xBF\xBD" "a"},
+        {low_alone, "\xEF\xBF\xBD"},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(utf8(c.text), c.utf8) << "expected " << c.utf8;
+    }
 }
 
 }  // namespace
