@@ -13,13 +13,6 @@
 namespace ui_test {
 namespace {
 
-host::HostOptions withLayerInParams(bool layer_in_params)
-{
-    host::HostOptions options;
-    options.layer_handle_in_params = layer_in_params;
-    return options;
-}
-
 class ControlGreying : public ::testing::TestWithParam<bool> {
 protected:
     ControlGreying() : ui(withLayerInParams(GetParam())) {}
@@ -70,25 +63,18 @@ TEST_P(ControlGreying, PlainInterfaceUpdateFollowsAControlLayerSetWithoutTheUser
 
 TEST_P(ControlGreying, FalloffChoiceDecidesRadiusAndDistance)
 {
-    // The default, None, needs neither.
+    // The default, None, needs neither; Inverse Square Clamped a radius only; Smooth both.
     EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_RADIUS));
     EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_DISTANCE));
-
-    ASSERT_EQ(ui.chooseFalloff(3), PF_Err_NONE);  // Inverse Square Clamped: a radius only
-    EXPECT_FALSE(ui.disabled(PARAM_FALLOFF_RADIUS));
-    EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_DISTANCE));
-
-    ASSERT_EQ(ui.chooseFalloff(2), PF_Err_NONE);  // Smooth: both
-    EXPECT_FALSE(ui.disabled(PARAM_FALLOFF_RADIUS));
-    EXPECT_FALSE(ui.disabled(PARAM_FALLOFF_DISTANCE));
-
-    ASSERT_EQ(ui.chooseFalloff(3), PF_Err_NONE);
-    EXPECT_FALSE(ui.disabled(PARAM_FALLOFF_RADIUS));
-    EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_DISTANCE));
-
-    ASSERT_EQ(ui.chooseFalloff(1), PF_Err_NONE);
-    EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_RADIUS));
-    EXPECT_TRUE(ui.disabled(PARAM_FALLOFF_DISTANCE));
+    const struct {
+        int choice;
+        bool radius_disabled, distance_disabled;
+    } steps[] = {{3, false, true}, {2, false, false}, {3, false, true}, {1, true, true}};
+    for (const auto& step : steps) {
+        ASSERT_EQ(ui.chooseFalloff(step.choice), PF_Err_NONE);
+        EXPECT_EQ(ui.disabled(PARAM_FALLOFF_RADIUS), step.radius_disabled) << "Falloff " << step.choice;
+        EXPECT_EQ(ui.disabled(PARAM_FALLOFF_DISTANCE), step.distance_disabled) << "Falloff " << step.choice;
+    }
 
     // Falloff and the control layer do not disturb each other.
     ASSERT_EQ(ui.chooseControlLayer(ui.rig_id), PF_Err_NONE);
@@ -135,9 +121,7 @@ TEST_P(ControlGreying, RefusedUpdateEndsTheCommandWithItsError)
 }
 
 INSTANTIATE_TEST_SUITE_P(LayerHandOver, ControlGreying, ::testing::Values(true, false),
-                         [](const ::testing::TestParamInfo<bool>& info) {
-                             return info.param ? std::string("InParams") : std::string("ByStream");
-                         });
+                         layerHandOverName);
 
 }  // namespace
 }  // namespace ui_test

@@ -20,13 +20,6 @@ std::string linkTo(const std::string& layer_name)
     return "try{length(thisComp.layer(\"" + layer_name + "\").toWorld([1,1,1]));}catch(e){value;}\n";
 }
 
-host::HostOptions withLayerInParams(bool layer_in_params)
-{
-    host::HostOptions options;
-    options.layer_handle_in_params = layer_in_params;
-    return options;
-}
-
 class ControlLayerLink : public ::testing::TestWithParam<bool> {
 protected:
     ControlLayerLink() : ui(withLayerInParams(GetParam())) {}
@@ -174,9 +167,7 @@ TEST_P(ControlLayerLink, EveryFailingHostCallIsSwallowedAndLeavesNothingBehind)
 }
 
 INSTANTIATE_TEST_SUITE_P(LayerHandOver, ControlLayerLink, ::testing::Values(true, false),
-                         [](const ::testing::TestParamInfo<bool>& info) {
-                             return info.param ? std::string("InParams") : std::string("ByStream");
-                         });
+                         layerHandOverName);
 
 }  // namespace
 }  // namespace ui_test

@@ -123,6 +123,18 @@ double UiSession::streamValue(PF_ParamIndex index, double comp_seconds)
     return value;
 }
 
+host::HostOptions withLayerInParams(bool layer_in_params)
+{
+    host::HostOptions options;
+    options.layer_handle_in_params = layer_in_params;
+    return options;
+}
+
+std::string layerHandOverName(const ::testing::TestParamInfo<bool>& info)
+{
+    return info.param ? "InParams" : "ByStream";
+}
+
 std::vector<std::size_t> positionsOf(const std::vector<std::string>& calls, const std::string& name)
 {
     std::vector<std::size_t> positions;

@@ -6,6 +6,8 @@
 //   "Rig"      a 3D null, anchored at its origin, that moves between 0 s and 1 s;
 //   (no name)  a solid showing its source's name "Pivot Solid".
 
+#include <gtest/gtest.h>
+
 #include <memory>
 #include <optional>
 #include <string>
@@ -58,6 +60,11 @@ public:
     int rig_id = 0;
     int nameless_id = 0;
 };
+
+// Host options that hand the chosen layer over in the parameter array, or not (the effect then
+// asks the parameter's stream); and the test-name suffix for each way.
+host::HostOptions withLayerInParams(bool layer_in_params);
+std::string layerHandOverName(const ::testing::TestParamInfo<bool>& info);
 
 // Positions (1-based, as the fault injector counts calls) of every call named `name`.
 std::vector<std::size_t> positionsOf(const std::vector<std::string>& calls, const std::string& name);
