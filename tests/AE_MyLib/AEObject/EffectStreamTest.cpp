@@ -8,20 +8,25 @@
 
 #include "AE_MyLib/AEObject/AEO_Effect.h"
 #include "AE_MyLib/AEObject/AEO_Interface.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
+#include "host/AegpSuites.h"
 
 namespace {
 
 using Log = std::vector<std::string>;
 
 constexpr PF_ParamIndex kSomeParam = 56;
+constexpr PF_ParamIndex kLayerParam = 1;  // a layer parameter, <none> by default
+constexpr AEGP_PluginID kPluginId = 1;
 constexpr A_Err kHostRefusal = 0x1234;
+
+long live(hosted::HostedCommand& command, host::Resource kind) { return command.host().counters().live(kind); }
 
 // The wrappers as the effect builds them for one command: interface, effect, stream.
 struct EffectAndStream {
-    explicit EffectAndStream(fake::FakeHost& host)
-        : effect_interface(&host.basic, host.in()->effect_ref),
-          effect(&host.basic, effect_interface, host.plugin_id),
+    explicit EffectAndStream(hosted::HostedCommand& command)
+        : effect_interface(command.basic(), command.in()->effect_ref),
+          effect(command.basic(), effect_interface, kPluginId),
           stream(effect, kSomeParam)
     {
     }
@@ -39,132 +44,141 @@ struct EffectAndStream {
 
 TEST(EffectAndStreamHandles, AreTakenAfterTheirDisposingSuiteAndGivenBackInReverse)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command(true);
     {
-        EffectAndStream wrappers(host);
+        EffectAndStream wrappers(command);
         EXPECT_NE(wrappers.effect.handle(), nullptr);
         EXPECT_NE(wrappers.stream.handle(), nullptr);
-        EXPECT_EQ(host.stream_index, kSomeParam);
         wrappers.stream.SetExpression("value");
-        EXPECT_EQ(host.expression_set, "value");
+        const std::string* expression = command.host().aegp().effect_expression(kSomeParam);
+        ASSERT_NE(expression, nullptr) << "the stream is that of the parameter asked for";
+        EXPECT_EQ(*expression, "value");
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, PF_Err_NONE, PF_Err_NONE}));
     }
-    EXPECT_EQ(host.suite_log, (Log{
+    EXPECT_EQ(command.calls(), (Log{
                                   "acquire AEGP Effect Suite 3",        // to dispose of the effect
                                   "acquire AEGP PF Interface Suite 1",  // to ask for it
-                                  "call AEGP_GetNewEffectForEffect",
+                                  "AEGP_GetNewEffectForEffect",
                                   "acquire AEGP Stream Suite 9",        // the stream's, to dispose of it
                                   "acquire AEGP Stream Suite 9",        // the effect's, to ask for it
-                                  "call AEGP_GetNewEffectStreamByIndex",
-                                  "call AEGP_SetExpression",
-                                  "call AEGP_DisposeStream",
+                                  "AEGP_GetNewEffectStreamByIndex",
+                                  "AEGP_SetExpression",
+                                  "AEGP_DisposeStream",
                                   "release AEGP Stream Suite 9",
-                                  "call AEGP_DisposeEffect",
+                                  "AEGP_DisposeEffect",
                                   "release AEGP Stream Suite 9",
                                   "release AEGP Effect Suite 3",
                                   "release AEGP PF Interface Suite 1",
                               }));
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.streams_live, 0);
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
 }
 
 TEST(EffectAndStreamHandles, ARefusedEffectSuiteMeansTheEffectIsNeverAskedFor)
 {
-    fake::FakeHost host;
-    host.acquire_errors["AEGP Effect Suite"] = kHostRefusal;
+    hosted::HostedCommand command(true);
+    command.remove_suite(kAEGPEffectSuite, kAEGPEffectSuiteVersion3);
     {
-        EffectAndStream wrappers(host);
+        EffectAndStream wrappers(command);
         EXPECT_EQ(wrappers.effect.handle(), nullptr);
         EXPECT_EQ(wrappers.stream.handle(), nullptr);
         // The refusal stands in the effect and, as the stream could not be had, in the stream.
-        EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, kHostRefusal, kHostRefusal}));
+        EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, kSPSuiteNotFoundError, kSPSuiteNotFoundError}));
     }
-    EXPECT_EQ(host.suite_log, Log{"refuse AEGP Effect Suite 3"});
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.streams_live, 0);
+    EXPECT_EQ(command.calls(), Log{"refuse AEGP Effect Suite 3"});
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
 }
 
 TEST(EffectAndStreamHandles, ARefusedStreamSuiteMeansTheStreamIsNeverAskedFor)
 {
-    fake::FakeHost host;
-    host.acquire_errors["AEGP Stream Suite"] = kHostRefusal;
+    hosted::HostedCommand command(true);
+    command.remove_suite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
     {
-        EffectAndStream wrappers(host);
+        EffectAndStream wrappers(command);
         EXPECT_NE(wrappers.effect.handle(), nullptr);
         EXPECT_EQ(wrappers.stream.handle(), nullptr);
         wrappers.stream.SetExpression("value");
-        EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, PF_Err_NONE, kHostRefusal}));
+        EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, PF_Err_NONE, kSPSuiteNotFoundError}));
     }
-    EXPECT_EQ(host.suite_log, (Log{
+    EXPECT_EQ(command.calls(), (Log{
                                   "acquire AEGP Effect Suite 3",
                                   "acquire AEGP PF Interface Suite 1",
-                                  "call AEGP_GetNewEffectForEffect",
+                                  "AEGP_GetNewEffectForEffect",
                                   "refuse AEGP Stream Suite 9",  // sticky: nothing more on the stream
-                                  "call AEGP_DisposeEffect",
+                                  "AEGP_DisposeEffect",
                                   "release AEGP Effect Suite 3",
                                   "release AEGP PF Interface Suite 1",
                               }));
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.expression_set, "");
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(command.host().aegp().effect_expression(kSomeParam), nullptr);
 }
 
 TEST(EffectAndStreamHandles, AFailedHostCallIsCarriedOnWithoutTakingAnything)
 {
-    fake::FakeHost host;
-    host.new_effect_error = kHostRefusal;
+    hosted::HostedCommand command(true);
+    command.host().faults().fail_every("AEGP_GetNewEffectForEffect", kHostRefusal);
     {
-        EffectAndStream wrappers(host);
+        EffectAndStream wrappers(command);
         EXPECT_EQ(wrappers.stream.handle(), nullptr);
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{kHostRefusal, kHostRefusal, kHostRefusal}));
     }
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.live_suites(), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(command.live_suites(), 0);
 
-    host.new_effect_error = A_Err_NONE;
-    host.new_stream_error = kHostRefusal;
+    command.host().faults().reset();
+    command.host().faults().fail_every("AEGP_GetNewEffectStreamByIndex", kHostRefusal);
     {
-        EffectAndStream wrappers(host);
+        EffectAndStream wrappers(command);
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, kHostRefusal, kHostRefusal}));
     }
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.streams_live, 0);
-    EXPECT_EQ(host.live_suites(), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
+    EXPECT_EQ(command.live_suites(), 0);
 }
 
 // The route from a layer parameter to its layer, as the interface rules and the render use it.
-class LayerParamRoute : public ::testing::TestWithParam<const char*> {};
+struct MissingSuite {
+    const char* name;
+    int version;
+};
+
+class LayerParamRoute : public ::testing::TestWithParam<MissingSuite> {};
 
 TEST_P(LayerParamRoute, ReturnsTheRefusalOfADisposingSuiteAndLeavesNothingBehind)
 {
-    fake::FakeHost host;
-    host.acquire_errors[GetParam()] = kHostRefusal;
+    hosted::HostedCommand command(true);
+    command.remove_suite(GetParam().name, GetParam().version);
     {
-        AEO::InData in_data(host.in());
-        AEGP_LayerH layer = reinterpret_cast<AEGP_LayerH>(&host);
-        EXPECT_EQ(AEO::GetLayerOfLayerParam(in_data, host.plugin_id, kSomeParam, &layer), kHostRefusal);
+        AEO::InData in_data(command.in());
+        AEGP_LayerH layer = command.light_layer();
+        EXPECT_EQ(AEO::GetLayerOfLayerParam(in_data, kPluginId, kLayerParam, &layer), kSPSuiteNotFoundError);
         EXPECT_EQ(layer, nullptr);
     }
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.streams_live, 0);
-    EXPECT_EQ(host.live_suites(), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
+    EXPECT_EQ(command.live_suites(), 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(RefusedSuite, LayerParamRoute, ::testing::Values("AEGP Effect Suite", "AEGP Stream Suite"));
+INSTANTIATE_TEST_SUITE_P(RefusedSuite, LayerParamRoute,
+                         ::testing::Values(MissingSuite{kAEGPEffectSuite, kAEGPEffectSuiteVersion3},
+                                           MissingSuite{kAEGPStreamSuite, kAEGPStreamSuiteVersion4}));
 
 TEST(LayerParamRouteWithoutALayer, GivesBackTheValueTheStreamAndTheEffect)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command(true);
     {
-        AEO::InData in_data(host.in());
-        AEGP_LayerH layer = reinterpret_cast<AEGP_LayerH>(&host);
-        EXPECT_EQ(AEO::GetLayerOfLayerParam(in_data, host.plugin_id, kSomeParam, &layer), PF_Err_NONE);
+        AEO::InData in_data(command.in());
+        AEGP_LayerH layer = command.light_layer();
+        EXPECT_EQ(AEO::GetLayerOfLayerParam(in_data, kPluginId, kLayerParam, &layer), PF_Err_NONE);
         EXPECT_EQ(layer, nullptr);
-        EXPECT_EQ(host.stream_index, kSomeParam);
+        EXPECT_EQ(command.count("AEGP_GetNewEffectStreamByIndex"), 1);
+        EXPECT_EQ(command.count("AEGP_DisposeStreamValue"), 1);
     }
-    EXPECT_EQ(host.stream_values_live, 0);
-    EXPECT_EQ(host.effects_live, 0);
-    EXPECT_EQ(host.streams_live, 0);
-    EXPECT_EQ(host.live_suites(), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStreamValue), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
+    EXPECT_EQ(command.live_suites(), 0);
 }
 
 }  // namespace

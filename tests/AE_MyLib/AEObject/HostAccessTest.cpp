@@ -8,7 +8,12 @@
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
 #include "AE_MyLib/AEObject/AEO_Layer.h"
 #include "AE_MyLib/AEObject/ATParameter.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
+#include "host/Composition.h"
+
+#ifndef PF_DEF_NAME
+#define PF_DEF_NAME name
+#endif
 
 namespace {
 
@@ -16,81 +21,109 @@ using Log = std::vector<std::string>;
 
 TEST(SuiteHandler, AcquiresEachSuiteOnceAndReleasesAllAtTheEnd)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command;
+    const host::SuiteRegistry& registry = command.host().registry();
     {
-        AEGP_SuiteHandler suites(&host.basic);
-        EXPECT_TRUE(host.suite_log.empty());
-        EXPECT_EQ(suites.LayerSuite6(), &host.layer);
-        EXPECT_EQ(suites.LayerSuite6(), &host.layer);
-        EXPECT_EQ(suites.UtilitySuite5(), &host.utility);
-        EXPECT_EQ(host.suite_log, (Log{"acquire AEGP Layer Suite 12", "acquire AEGP Utility Suite 11"}));
+        AEGP_SuiteHandler suites(command.basic());
+        EXPECT_TRUE(command.calls().empty());
+        EXPECT_EQ(suites.LayerSuite6(), registry.find(kAEGPLayerSuite, kAEGPLayerSuiteVersion6));
+        EXPECT_EQ(suites.LayerSuite6(), registry.find(kAEGPLayerSuite, kAEGPLayerSuiteVersion6));
+        EXPECT_EQ(suites.UtilitySuite5(), registry.find(kAEGPUtilitySuite, kAEGPUtilitySuiteVersion5));
+        EXPECT_EQ(command.calls(), (Log{"acquire AEGP Layer Suite 12", "acquire AEGP Utility Suite 11"}));
     }
-    EXPECT_EQ(host.live_suites(), 0);
-    EXPECT_EQ(host.suite_log.size(), 4u);
+    EXPECT_EQ(command.live_suites(), 0);
+    EXPECT_EQ(command.calls().size(), 4u);
 }
 
 TEST(SuiteHandler, AMissingSuiteThrowsBadCallbackParam)
 {
-    fake::FakeHost host;
-    host.acquire_errors["PF SamplingFloat Suite"] = fake::kSuiteNotFound;
-    AEGP_SuiteHandler suites(&host.basic);
+    hosted::HostedCommand command;
+    command.remove_suite(kPFSamplingFloatSuite, kPFSamplingFloatSuiteVersion1);
+    AEGP_SuiteHandler suites(command.basic());
     try {
         suites.SamplingFloatSuite1();
         FAIL() << "no throw";
     } catch (PF_Err err) {
         EXPECT_EQ(err, PF_Err_BAD_CALLBACK_PARAM);
     }
-    EXPECT_EQ(suites.Sampling8Suite1(), &host.sampling8) << "other suites are unaffected";
+    EXPECT_EQ(suites.Sampling8Suite1(), command.host().registry().find(kPFSampling8Suite, kPFSampling8SuiteVersion1))
+        << "other suites are unaffected";
+}
+
+// Parameter check-outs and check-ins, in order.
+Log checkouts(const hosted::HostedCommand& command)
+{
+    Log log;
+    for (const std::string& call : command.calls()) {
+        if (call == "checkout_param" || call == "checkin_param") {
+            log.push_back(call == "checkout_param" ? "out" : "in");
+        }
+    }
+    return log;
+}
+
+long heldCheckouts(hosted::HostedCommand& command, const char* key)
+{
+    return command.host().counters().live(host::Resource::ParamCheckout, key);
 }
 
 TEST(ATParameterCheckout, HoldsOneParameterAtATime)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command(true);
     {
-        ATParameter param(host.in());
-        EXPECT_EQ(host.checkout_log, Log{"out 0"});
-        EXPECT_EQ(param.param(39).uu.id, 39);
-        EXPECT_EQ(param.param(39).uu.id, 39);
-        EXPECT_EQ(host.checkout_log, (Log{"out 0", "in 0", "out 39"})) << "same index: no new checkout";
-        param.param(1);
+        ATParameter param(command.in());
+        EXPECT_EQ(checkouts(command), Log{"out"});
+        EXPECT_EQ(heldCheckouts(command, "param 0"), 1);
+        EXPECT_EQ(param.param(39).param_type, command.host().param_def(39).param_type);
+        EXPECT_STREQ(param.param(39).PF_DEF_NAME, command.host().param_def(39).PF_DEF_NAME);
+        EXPECT_EQ(checkouts(command), (Log{"out", "in", "out"})) << "same index: no new checkout";
+        EXPECT_EQ(heldCheckouts(command, "param 0"), 0);
+        EXPECT_EQ(heldCheckouts(command, "param 39"), 1);
+        EXPECT_STREQ(param.param(1).PF_DEF_NAME, command.host().param_def(1).PF_DEF_NAME);
         EXPECT_EQ(param.err(), PF_Err_NONE);
+        EXPECT_EQ(heldCheckouts(command, "param 39"), 0);
+        EXPECT_EQ(heldCheckouts(command, "param 1"), 1);
     }
-    EXPECT_EQ(host.checkout_log, (Log{"out 0", "in 0", "out 39", "in 39", "out 1", "in 1"}));
+    EXPECT_EQ(checkouts(command), (Log{"out", "in", "out", "in", "out", "in"}));
+    EXPECT_EQ(command.host().counters().live(host::Resource::ParamCheckout), 0);
 }
 
 TEST(ATParameterCheckout, KeepsTheErrorAndChecksNothingInAfterAFailure)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command(true);
+    host::FaultInjector& faults = command.host().faults();
     {
-        ATParameter param(host.in());
-        host.checkout_error = PF_Err_INVALID_INDEX;
+        ATParameter param(command.in());
+        faults.fail_call(faults.calls() + 2, PF_Err_INVALID_INDEX);  // after the check-in of 0
         param.param(5);
         EXPECT_EQ(param.err(), PF_Err_INVALID_INDEX);
-        host.checkout_error = PF_Err_NONE;
         param.param(6);
         EXPECT_EQ(param.err(), PF_Err_NONE) << "the error is that of the last checkout";
+        EXPECT_EQ(heldCheckouts(command, "param 6"), 1);
     }
-    EXPECT_EQ(host.checkout_log, (Log{"out 0", "in 0", "out 5", "out 6", "in 6"}));
+    EXPECT_EQ(checkouts(command), (Log{"out", "in", "out", "out", "in"}));
+    EXPECT_EQ(command.host().counters().live(host::Resource::ParamCheckout), 0);
 }
 
 TEST(LayerNames, ReadsBothNamesAndFreesTheHostsHandles)
 {
-    fake::FakeHost host;
-    host.layer_name = u"";
-    host.source_name = u"Footage \u00E9t\u00E9";
-    AEO::InData in_data(host.in());
-    AEO::Layer layer(in_data, reinterpret_cast<AEGP_LayerH>(&host), host.plugin_id);
+    hosted::HostedCommand command;  // the effect layer has no name; its footage is "Footage été"
+    const long mem_handles_before = command.host().counters().total(host::Resource::AegpMemHandle);
+    AEO::InData in_data(command.in());
+    AEO::Layer layer(in_data, command.effect_layer(), 1);
+    auto live_mem_handles = [&] { return command.host().counters().live(host::Resource::AegpMemHandle); };
 
     EXPECT_TRUE(layer.getLayerName().empty());
     const AEO::String<char16_t> source = layer.getSourceName();
     EXPECT_EQ(std::u16string(source.c_str()), u"Footage \u00E9t\u00E9");
-    EXPECT_EQ(host.mem_handles_live, 0);
+    EXPECT_EQ(live_mem_handles(), 0);
+    EXPECT_GT(command.host().counters().total(host::Resource::AegpMemHandle), mem_handles_before);
 
     layer.SetName(source);
-    EXPECT_EQ(host.name_set, u"Footage \u00E9t\u00E9");
-    host.layer_name = host.name_set;
+    EXPECT_EQ(command.host().effect_layer()->name, "Footage \xC3\xA9t\xC3\xA9") << "the layer's own name now";
+    command.host().composition()->find_by_id(command.host().effect_layer_id())->source.name = "Other";
     EXPECT_STREQ(layer.getLayerNameLocalized().c_str(), "Footage \xC3\xA9t\xC3\xA9");
-    EXPECT_EQ(host.mem_handles_live, 0);
+    EXPECT_EQ(live_mem_handles(), 0);
     EXPECT_EQ(layer.err(), PF_Err_NONE);
 }
 

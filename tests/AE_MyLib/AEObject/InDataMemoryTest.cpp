@@ -6,7 +6,8 @@
 #include <cstring>
 
 #include "AE_MyLib/AEObject/AEO_InData.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
+#include "host/HandleHeap.h"
 
 namespace {
 
@@ -17,20 +18,22 @@ struct Payload {
 
 TEST(InDataMalloc, TakesALockedHandleEightBytesLargerAndReturnsTheAddressPastTheHeader)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    host::HandleHeap& handles = command.host().handles();
+    AEO::InData in_data(command.in());
     void* block = in_data.malloc(100);
     ASSERT_NE(block, nullptr);
-    ASSERT_EQ(host.handles.size(), 1u);
-    const PF_Handle handle = host.handles.begin()->first;
-    EXPECT_EQ(host.handles.begin()->second.size, 108u);
-    EXPECT_EQ(host.handles.begin()->second.locks, 1);
+    ASSERT_EQ(handles.live(), 1u);
+    char** const handle = reinterpret_cast<char**>(AEO::InData::handle_of(block));
+    ASSERT_TRUE(handles.owns(handle));
+    EXPECT_EQ(handles.size(handle), 108u);
+    EXPECT_EQ(handles.lock_count(handle), 1);
     EXPECT_EQ(block, static_cast<char*>(*handle) + 8);
-    EXPECT_EQ(AEO::InData::handle_of(block), handle);
     std::memset(block, 0x5A, 100);  // the whole block is usable
 
     in_data.free(block);
-    EXPECT_TRUE(host.handles.empty()) << "free unlocks and disposes of the handle";
+    EXPECT_EQ(handles.live(), 0u) << "free unlocks and disposes of the handle";
+    EXPECT_EQ(command.host().counters().live(host::Resource::HandleLock), 0) << "no lock outlives the handle";
 }
 
 class AlignedNew : public ::testing::TestWithParam<std::size_t> {};
@@ -38,8 +41,9 @@ class AlignedNew : public ::testing::TestWithParam<std::size_t> {};
 TEST_P(AlignedNew, AlignsTheCopyAndKeepsTheRawBlockJustBelowIt)
 {
     const std::size_t alignment = GetParam();
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    host::HandleHeap& handles = command.host().handles();
+    AEO::InData in_data(command.in());
     const Payload tmpl = {{1.5, 2.5, 3.5, 4.5, 5.5}, 42};
 
     Payload* p = in_data.aligned_new(tmpl, alignment);
@@ -49,25 +53,28 @@ TEST_P(AlignedNew, AlignsTheCopyAndKeepsTheRawBlockJustBelowIt)
     EXPECT_EQ(p->tag, 42);
     EXPECT_EQ(p->values[4], 5.5);
 
-    ASSERT_EQ(host.handles.size(), 1u);
-    EXPECT_EQ(host.handles.begin()->second.size, sizeof(Payload) + alignment + 7 + 8);
+    ASSERT_EQ(handles.live(), 1u);
     void* raw = reinterpret_cast<void**>(p)[-1];
-    EXPECT_EQ(raw, static_cast<char*>(*host.handles.begin()->first) + 8);
+    char** const handle = reinterpret_cast<char**>(AEO::InData::handle_of(raw));
+    ASSERT_TRUE(handles.owns(handle));
+    EXPECT_EQ(handles.size(handle), sizeof(Payload) + alignment + 7 + 8);
+    EXPECT_EQ(raw, static_cast<char*>(*handle) + 8);
     const auto gap = address - reinterpret_cast<std::uintptr_t>(raw);
     EXPECT_GE(gap, sizeof(void*)) << "room for the raw pointer below the object";
     EXPECT_LT(gap, sizeof(void*) + alignment);
 
     in_data.aligned_free(p);
-    EXPECT_TRUE(host.handles.empty());
+    EXPECT_EQ(handles.live(), 0u);
+    EXPECT_EQ(command.host().counters().live(host::Resource::HandleLock), 0);
 }
 
 INSTANTIATE_TEST_SUITE_P(Alignments, AlignedNew, ::testing::Values(8, 16, 32, 64));
 
 TEST(InDataMemory, GivesNullWithoutHostMemoryOrInDataAndFreesNothingForNull)
 {
-    fake::FakeHost host;
-    host.fail_new_handle = true;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    command.host().faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
+    AEO::InData in_data(command.in());
     EXPECT_EQ(in_data.malloc(16), nullptr);
     EXPECT_EQ(in_data.aligned_new(Payload{}, 16), nullptr);
 
@@ -78,7 +85,8 @@ TEST(InDataMemory, GivesNullWithoutHostMemoryOrInDataAndFreesNothingForNull)
     in_data.aligned_free(nullptr);
     void* slots[2] = {nullptr, nullptr};
     in_data.aligned_free(&slots[1]);  // raw pointer below is null
-    EXPECT_EQ(host.handles_made, 0);
+    EXPECT_EQ(command.host().counters().total(host::Resource::Handle), 0);
+    EXPECT_EQ(command.count("host_dispose_handle"), 0) << "nothing is given back that was not had";
 }
 
 }  // namespace

@@ -8,7 +8,7 @@
 #include "AE_MyLib/AEObject/AEO_Base.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"
 #include "AE_MyLib/AEObject/AEO_Layer.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
 
 namespace {
 
@@ -20,86 +20,90 @@ struct WithError : AEO::ObjectBase {
 
 TEST(SuiteHolder, AcquiresOnFirstUseOnlyAndReleasesByTheSameNameAndVersion)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command;
+    const void* layer_suite = command.host().registry().find(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
     {
-        AEO::Suite<AEGP_LayerSuite6> holder(&host.basic);
-        EXPECT_TRUE(host.suite_log.empty()) << "nothing is acquired before the first use";
-        EXPECT_EQ(holder.acquire(), &host.layer);
-        EXPECT_EQ(holder.acquire(), &host.layer);
-        EXPECT_EQ(host.suite_log, Log{"acquire AEGP Layer Suite 12"});
+        AEO::Suite<AEGP_LayerSuite6> holder(command.basic());
+        EXPECT_TRUE(command.calls().empty()) << "nothing is acquired before the first use";
+        EXPECT_EQ(holder.acquire(), layer_suite);
+        EXPECT_EQ(holder.acquire(), layer_suite);
+        EXPECT_EQ(command.calls(), Log{"acquire AEGP Layer Suite 12"});
     }
-    EXPECT_EQ(host.suite_log, (Log{"acquire AEGP Layer Suite 12", "release AEGP Layer Suite 12"}));
+    EXPECT_EQ(command.calls(), (Log{"acquire AEGP Layer Suite 12", "release AEGP Layer Suite 12"}));
+    EXPECT_EQ(command.host().leaks(), "");
 }
 
 TEST(SuiteHolder, KeepsARefusalAndReleasesNothing)
 {
-    fake::FakeHost host;
-    host.acquire_errors["AEGP Camera Suite"] = A_Err_MISSING_SUITE;
+    hosted::HostedCommand command;
+    command.host().faults().fail_every("AcquireSuite", A_Err_MISSING_SUITE);
     {
-        AEO::Suite<AEGP_CameraSuite2> holder(&host.basic);
+        AEO::Suite<AEGP_CameraSuite2> holder(command.basic());
         EXPECT_EQ(holder.acquire(), nullptr);
         EXPECT_EQ(holder.err(), A_Err_MISSING_SUITE);
         EXPECT_EQ(holder.acquire(), nullptr);  // not asked again
     }
-    EXPECT_EQ(host.suite_log, Log{"refuse AEGP Camera Suite 2"});
+    EXPECT_EQ(command.calls(), Log{"refuse AEGP Camera Suite 2"});
 }
 
 TEST(InDataSuites, AcquiredInOrderAtConstructionAndReleasedInReverse)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command;
+    const host::SuiteRegistry& suites = command.host().registry();
     {
-        AEO::InData in_data(host.in());
-        EXPECT_EQ(in_data.sampling8().get(), &host.sampling8);
-        EXPECT_EQ(in_data.sampling16().get(), &host.sampling16);
-        EXPECT_EQ(in_data.samplingFloat().get(), &host.sampling_float);
+        AEO::InData in_data(command.in());
+        EXPECT_EQ(in_data.sampling8().get(), suites.find(kPFSampling8Suite, kPFSampling8SuiteVersion1));
+        EXPECT_EQ(in_data.sampling16().get(), suites.find(kPFSampling16Suite, kPFSampling16SuiteVersion1));
+        EXPECT_EQ(in_data.samplingFloat().get(), suites.find(kPFSamplingFloatSuite, kPFSamplingFloatSuiteVersion1));
     }
-    EXPECT_EQ(host.suite_log, (Log{"acquire PF Sampling8 Suite 1", "acquire PF Sampling16 Suite 1",
+    EXPECT_EQ(command.calls(), (Log{"acquire PF Sampling8 Suite 1", "acquire PF Sampling16 Suite 1",
                                    "acquire PF SamplingFloat Suite 1", "release PF SamplingFloat Suite 1",
                                    "release PF Sampling16 Suite 1", "release PF Sampling8 Suite 1"}));
 }
 
 TEST(InDataSuites, AFailureStaysInThatSuitesHolder)
 {
-    fake::FakeHost host;
-    host.acquire_errors["PF Sampling16 Suite"] = fake::kSuiteNotFound;
+    hosted::HostedCommand command;
+    command.remove_suite(kPFSampling16Suite, kPFSampling16SuiteVersion1);
     {
-        AEO::InData in_data(host.in());
+        AEO::InData in_data(command.in());
         EXPECT_EQ(in_data.sampling8().err(), A_Err_NONE);
-        EXPECT_EQ(in_data.sampling16().err(), fake::kSuiteNotFound);
+        EXPECT_EQ(in_data.sampling16().err(), kSPSuiteNotFoundError);
         EXPECT_EQ(in_data.samplingFloat().err(), A_Err_NONE);
         EXPECT_EQ(in_data.err(), PF_Err_NONE);
     }
-    EXPECT_EQ(host.live_suites(), 0);
-    EXPECT_EQ(host.suite_log.back(), "release PF Sampling8 Suite 1");
+    EXPECT_EQ(command.live_suites(), 0);
+    EXPECT_EQ(command.calls().back(), "release PF Sampling8 Suite 1");
+    EXPECT_EQ(command.count("release PF Sampling16 Suite 1"), 0) << "a refused suite is not released";
 }
 
 TEST(StickyError, TheFirstFailureSkipsEveryLaterCall)
 {
-    fake::FakeHost host;
-    host.layer_flags_error = A_Err_PARAMETER;
-    host.object_type = AEGP_ObjectType_LIGHT;
-    AEO::InData in_data(host.in());
-    AEO::Layer layer(in_data, reinterpret_cast<AEGP_LayerH>(&host));
+    hosted::HostedCommand command;
+    command.host().faults().fail_every("AEGP_GetLayerFlags", A_Err_PARAMETER);
+    AEO::InData in_data(command.in());
+    AEO::Layer layer(in_data, command.light_layer());
+    auto layer_calls = [&] { return command.count("AEGP_GetLayerFlags") + command.count("AEGP_GetLayerObjectType"); };
 
     layer.GetFlags();
     EXPECT_EQ(layer.err(), A_Err_PARAMETER);
     EXPECT_EQ(layer.GetObjectType(), AEGP_ObjectType_NONE) << "skipped, so the default comes back";
-    EXPECT_EQ(host.layer_calls, 1);
+    EXPECT_EQ(layer_calls(), 1);
     EXPECT_EQ(layer.take_err(), A_Err_PARAMETER);
 
     EXPECT_EQ(layer.GetObjectType(), AEGP_ObjectType_LIGHT) << "calls run again once the error is taken";
-    EXPECT_EQ(host.layer_calls, 2);
+    EXPECT_EQ(layer_calls(), 2);
 }
 
 TEST(StickyError, AMissingSuiteBecomesTheObjectsError)
 {
-    fake::FakeHost host;
-    host.acquire_errors["AEGP Layer Suite"] = fake::kSuiteNotFound;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    command.remove_suite(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
+    AEO::InData in_data(command.in());
     AEO::Layer layer(in_data, nullptr);
     EXPECT_EQ(layer.GetFlags(), AEGP_LayerFlags(AEGP_LayerFlag_NONE));
-    EXPECT_EQ(layer.err(), fake::kSuiteNotFound);
-    EXPECT_EQ(host.layer_calls, 0);
+    EXPECT_EQ(layer.err(), kSPSuiteNotFoundError);
+    EXPECT_EQ(command.count("AEGP_GetLayerFlags"), 0);
     layer.take_err();
 }
 

@@ -6,18 +6,20 @@
 
 #include "AE_MyLib/AEObject/AEO_String.h"
 #include "AE_MyLib/AEObject/AEO_Vector.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
+#include "host/HandleHeap.h"
 
 namespace {
 
 TEST(Vector, GrowsThroughHostMemoryKeepingItsElements)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    const host::HandleHeap& handles = command.host().handles();
+    AEO::InData in_data(command.in());
     {
         AEO::Vector<int> v(&in_data);
         EXPECT_EQ(v.size(), 0u);
-        EXPECT_EQ(host.handles_made, 0) << "an empty vector holds no storage";
+        EXPECT_EQ(command.host().counters().total(host::Resource::Handle), 0) << "an empty vector holds no storage";
 
         v.resize(1, 7);
         v.resize(3, 9);
@@ -25,7 +27,7 @@ TEST(Vector, GrowsThroughHostMemoryKeepingItsElements)
         EXPECT_EQ(v[0], 7);
         EXPECT_EQ(v[1], 9);
         EXPECT_EQ(v[2], 9);
-        EXPECT_EQ(host.handles.size(), 1u) << "the old storage is freed when it grows";
+        EXPECT_EQ(handles.live(), 1u) << "the old storage is freed when it grows";
 
         ASSERT_TRUE(v.reserve(100));
         EXPECT_EQ(v.capacity(), 100u);
@@ -33,17 +35,18 @@ TEST(Vector, GrowsThroughHostMemoryKeepingItsElements)
         ASSERT_TRUE(v.reserve(10));
         EXPECT_EQ(v.capacity(), 100u) << "never shrinks";
     }
-    EXPECT_TRUE(host.handles.empty()) << "the destructor frees the storage";
+    EXPECT_EQ(handles.live(), 0u) << "the destructor frees the storage";
+    EXPECT_EQ(command.host().counters().live(host::Resource::HandleLock), 0);
 }
 
 TEST(Vector, AFailedReserveLeavesItAsItWas)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    AEO::InData in_data(command.in());
     AEO::Vector<void*> lights(&in_data);
     int a = 0, b = 0;
     lights.resize(1, &a);
-    host.fail_new_handle = true;
+    command.host().faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
 
     EXPECT_FALSE(lights.reserve(5));
     EXPECT_EQ(lights.capacity(), 1u);
@@ -65,8 +68,8 @@ TEST(Vector, WithoutAnAllocatorHoldsNothing)
 
 TEST(String, AssignsAndAppendsWithATerminator)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    AEO::InData in_data(command.in());
     AEO::String<char> s(&in_data);
     EXPECT_STREQ(s.c_str(), "");
     ASSERT_TRUE(s.assign("thisComp"));
@@ -85,21 +88,21 @@ TEST(String, AssignsAndAppendsWithATerminator)
 
 TEST(String, TextBuiltACharacterAtATimeCostsFewHostAllocations)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    AEO::InData in_data(command.in());
     AEO::String<char> s(&in_data);
     for (int i = 0; i < 200; ++i) {
         ASSERT_TRUE(s.append('a' + i % 26));
     }
     EXPECT_EQ(s.size(), 200u);
     EXPECT_EQ(s.c_str()[199], 'a' + 199 % 26);
-    EXPECT_LE(host.handles_made, 10) << "storage grows geometrically";
+    EXPECT_LE(command.host().counters().total(host::Resource::Handle), 10) << "storage grows geometrically";
 }
 
 std::string utf8(const char16_t* text)
 {
-    fake::FakeHost host;
-    AEO::InData in_data(host.in());
+    hosted::HostedCommand command;
+    AEO::InData in_data(command.in());
     AEO::String<char> out(&in_data);
     EXPECT_TRUE(AEO::appendUtf8(out, text));
     return out.c_str();
