@@ -92,35 +92,34 @@ protected:
     DofWorlds<PF_PixelFloat> worlds;
 };
 
-// A box of half-width 2 about pixel x weighs columns x-2 .. x+2 by 1/2, 1, 1, 1, 1/2 (of 4).
-TEST_F(DofComposite, EdgeIsBlurredByTheCircleOfConfusionClippedToTheImage)
+// A box of half-width r about pixel x weighs columns x-r .. x+r by 1/2, 1, ..., 1, 1/2 (of 2r)
+// over the red columns 0..9: full scale r = 2, downsampled by 1/2 r = 1.
+TEST_F(DofComposite, EdgeIsBlurredByTheCircleOfConfusionScaledByTheDownsampling)
 {
-    ASSERT_EQ(composite(), PF_Err_NONE);
-    const float expected[] = {1.0f, 0.875f, 0.625f, 0.375f, 0.125f, 0.0f};
-    for (A_long y = 0; y < 5; ++y) {
-        for (int k = 0; k < 6; ++k) {
-            const PF_PixelFloat p = out(7 + k, y);
-            EXPECT_NEAR(p.alpha, expected[k], 1e-5) << "x " << 7 + k << " y " << y;
-            if (expected[k] > 0.0f) {
-                EXPECT_NEAR(p.red, 1.0f, 1e-5);  // straight colour, not darkened
-                EXPECT_NEAR(p.blue, 0.0f, 1e-5);
+    const struct {
+        double downsample_x;
+        A_long first;
+        std::vector<float> alphas;
+    } cases[] = {{1.0, 7, {1.0f, 0.875f, 0.625f, 0.375f, 0.125f, 0.0f}},
+                 {0.5, 8, {1.0f, 0.75f, 0.25f, 0.0f}}};
+    for (const auto& c : cases) {
+        scene.info().downsample_x = c.downsample_x;
+        ASSERT_EQ(composite(), PF_Err_NONE);
+        for (A_long y = 0; y < 5; ++y)
+            for (std::size_t k = 0; k < c.alphas.size(); ++k) {
+                const A_long x = c.first + A_long(k);
+                const PF_PixelFloat p = out(x, y);
+                EXPECT_NEAR(p.alpha, c.alphas[k], 1e-5) << "downsample " << c.downsample_x << " x " << x << " y " << y;
+                if (c.alphas[k] > 0.0f) {
+                    EXPECT_NEAR(p.red, 1.0f, 1e-5);  // straight colour, not darkened
+                    EXPECT_NEAR(p.blue, 0.0f, 1e-5);
+                }
             }
-        }
     }
     // The box is clipped to the image, so borders keep full alpha.
     EXPECT_NEAR(out(0, 0).alpha, 1.0f, 1e-6);  // unclipped, the box would reach outside
     EXPECT_NEAR(out(1, 4).alpha, 1.0f, 1e-6);
     EXPECT_NEAR(out(19, 2).alpha, 0.0f, 1e-6);
-}
-
-TEST_F(DofComposite, DownsamplingScalesTheRadius)
-{
-    scene.info().downsample_x = 0.5;  // half-width 1: columns x-1 .. x+1 weigh 1/2, 1, 1/2
-    ASSERT_EQ(composite(), PF_Err_NONE);
-    EXPECT_NEAR(out(8, 2).alpha, 1.0f, 1e-5);
-    EXPECT_NEAR(out(9, 2).alpha, 0.75f, 1e-5);
-    EXPECT_NEAR(out(10, 2).alpha, 0.25f, 1e-5);
-    EXPECT_NEAR(out(11, 2).alpha, 0.0f, 1e-5);
 }
 
 TEST_F(DofComposite, LayerInTheFocalPlaneIsPointSampled)
@@ -140,58 +139,53 @@ TEST_F(DofComposite, LayerInTheFocalPlaneIsPointSampled)
         }
 }
 
-TEST_F(DofComposite, OpaqueFrontHidesTheBack)
+// Two uniform layers in focus: the nearer depth, not the world's index, decides which is in
+// front; an opaque front hides the back, a half-transparent one is laid over it, and negative
+// depths are empty layers (nothing sampled, so a failing sampler gives no error either).
+TEST_F(DofComposite, NearerLayerIsLaidOverTheFarther)
 {
-    worlds.fillLayer(kNearColour, 100.0f, [](A_long, A_long) { return kRed; });
-    worlds.fillLayer(kFarColour, 200.0f, [](A_long, A_long) { return kBlue; });
-    ASSERT_EQ(composite(), PF_Err_NONE);
-    EXPECT_NEAR(out(5, 2).red, 1.0f, 1e-6);
-    EXPECT_NEAR(out(5, 2).blue, 0.0f, 1e-6);
-
-    // The nearer depth decides which world is in front, not the world's index.
-    worlds.fillLayer(kNearColour, 200.0f, [](A_long, A_long) { return kRed; });
-    worlds.fillLayer(kFarColour, 100.0f, [](A_long, A_long) { return kBlue; });
-    ASSERT_EQ(composite(), PF_Err_NONE);
-    EXPECT_NEAR(out(5, 2).red, 0.0f, 1e-6);
-    EXPECT_NEAR(out(5, 2).blue, 1.0f, 1e-6);
+    const PF_PixelFloat kHalfRed = {0.5f, 1.0f, 0.0f, 0.0f};
+    const struct {
+        const char* name;
+        float near_depth;
+        PF_PixelFloat near;
+        float far_depth;
+        PF_PixelFloat expected;
+        float tolerance;
+    } cases[] = {
+        {"opaque front", 100.0f, kRed, 200.0f, kRed, 1e-6f},
+        {"front by depth, not index", 200.0f, kRed, 100.0f, kBlue, 1e-6f},
+        {"half-transparent front", 100.0f, kHalfRed, 100.5f, {1.0f, 0.5f, 0.0f, 0.5f}, 1e-5f},
+        {"both empty", -1.0f, kRed, -5.0f, kClear, 0.0f},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        worlds.fillLayer(kNearColour, c.near_depth, [&](A_long, A_long) { return c.near; });
+        worlds.fillLayer(kFarColour, c.far_depth, [](A_long, A_long) { return kBlue; });
+        if (c.near_depth < 0.0f)
+            scene.host().faults().fail_every("area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED);
+        ASSERT_EQ(composite(), PF_Err_NONE);
+        scene.host().faults().reset();
+        const PF_PixelFloat p = out(5, 2);
+        EXPECT_NEAR(p.alpha, c.expected.alpha, c.tolerance);
+        EXPECT_NEAR(p.red, c.expected.red, c.tolerance);
+        EXPECT_NEAR(p.blue, c.expected.blue, c.tolerance);
+    }
 }
 
-TEST_F(DofComposite, HalfTransparentFrontIsLaidOverTheBack)
+// A failing area sample is returned; a missing sampling suite is returned, not thrown.
+TEST_F(DofComposite, ReturnsSamplingErrors)
 {
-    worlds.fillLayer(kNearColour, 100.0f, [](A_long, A_long) { return PF_PixelFloat{0.5f, 1, 0, 0}; });
-    worlds.fillLayer(kFarColour, 100.5f, [](A_long, A_long) { return kBlue; });
-    ASSERT_EQ(composite(), PF_Err_NONE);
-    const PF_PixelFloat p = out(5, 2);
-    EXPECT_NEAR(p.alpha, 1.0f, 1e-5);
-    EXPECT_NEAR(p.red, 0.5f, 1e-5);
-    EXPECT_NEAR(p.blue, 0.5f, 1e-5);
-}
-
-TEST_F(DofComposite, NegativeDepthsAreEmptyLayers)
-{
-    worlds.fillLayer(kNearColour, -1.0f, [](A_long, A_long) { return kRed; });
-    worlds.fillLayer(kFarColour, -5.0f, [](A_long, A_long) { return kBlue; });
-    scene.host().faults().fail_every("area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED);
-    ASSERT_EQ(composite(), PF_Err_NONE);  // nothing sampled, so no error either
-    scene.host().faults().reset();
-    const PF_PixelFloat p = out(3, 3);
-    EXPECT_EQ(p.alpha, 0.0f);
-    EXPECT_EQ(p.red, 0.0f);
-    EXPECT_EQ(p.blue, 0.0f);
-}
-
-TEST_F(DofComposite, ReturnsTheErrorOfTheAreaSample)
-{
-    scene.host().faults().fail_every("area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED);
-    EXPECT_EQ(composite(), PF_Err_INTERNAL_STRUCT_DAMAGED);
-    scene.host().faults().reset();
-}
-
-TEST_F(DofComposite, MissingSamplingSuiteIsReturnedNotThrown)
-{
-    scene.host().faults().fail_every("AcquireSuite", PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(composite(), PF_Err_BAD_CALLBACK_PARAM);
-    scene.host().faults().reset();
+    const struct {
+        const char* call;
+        PF_Err injected, expected;
+    } cases[] = {{"AcquireSuite", PF_Err_OUT_OF_MEMORY, PF_Err_BAD_CALLBACK_PARAM},
+                 {"area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED, PF_Err_INTERNAL_STRUCT_DAMAGED}};
+    for (const auto& c : cases) {
+        scene.host().faults().fail_every(c.call, c.injected);
+        EXPECT_EQ(composite(), c.expected) << c.call;
+        scene.host().faults().reset();
+    }
 }
 
 TEST(DofCompositeEightBit, EdgeRampIsQuantisedByTruncation)
@@ -272,34 +266,28 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
     }
 }
 
+// Outside hides the far layer, Inside the near one: a straight surface drops the hidden
+// face's depth, a waisted one keeps it (c = 50.5 keeps the radius at z = 0 unchanged).
 TEST(DofDepthPass, HiddenFacesReportDepthOnlyOnAWaistedSurface)
 {
-    {
-        DepthPassScene<PF_PixelFloat> straight;
-        straight.scene.info().render_side = 3;  // Outside: no far layer
-        ASSERT_EQ(straight.depthPass(), PF_Err_NONE);
-        EXPECT_EQ(straight.worlds.colour(kFarColour, 60, 1).alpha, 0.0f);
-        EXPECT_EQ(straight.worlds.depth(kFarDepth, 60, 1), -1.0f);
-        EXPECT_NEAR(straight.worlds.depth(kNearDepth, 60, 1), 500.0f, 1e-3);
-
-        straight.scene.info().render_side = 2;  // Inside: no near layer
-        ASSERT_EQ(straight.depthPass(), PF_Err_NONE);
-        EXPECT_EQ(straight.worlds.colour(kNearColour, 60, 1).alpha, 0.0f);
-        EXPECT_EQ(straight.worlds.depth(kNearDepth, 60, 1), -1.0f);
-        EXPECT_EQ(straight.worlds.colour(kFarColour, 60, 1).alpha, 1.0f);
-    }
-    {
-        // c = 50.5 keeps the waist radius at z = 0, and the largest radius, unchanged.
-        DepthPassScene<PF_PixelFloat> waisted(50.5f);
-        waisted.scene.info().render_side = 3;
-        ASSERT_EQ(waisted.depthPass(), PF_Err_NONE);
-        EXPECT_EQ(waisted.worlds.colour(kFarColour, 60, 1).alpha, 0.0f);
-        EXPECT_NEAR(waisted.worlds.depth(kFarDepth, 60, 1), 601.0f, 1e-3);
-
-        waisted.scene.info().render_side = 2;
-        ASSERT_EQ(waisted.depthPass(), PF_Err_NONE);
-        EXPECT_EQ(waisted.worlds.colour(kNearColour, 60, 1).alpha, 0.0f);
-        EXPECT_NEAR(waisted.worlds.depth(kNearDepth, 60, 1), 500.0f, 1e-3);
+    const struct {
+        float c;
+        short side;
+        int hidden, shown;
+        float hidden_depth;
+    } cases[] = {{0.0f, 3, kFarColour, kNearColour, -1.0f},
+                 {0.0f, 2, kNearColour, kFarColour, -1.0f},
+                 {50.5f, 3, kFarColour, kNearColour, 601.0f},
+                 {50.5f, 2, kNearColour, kFarColour, 500.0f}};
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "c " << c.c << " side " << c.side);
+        DepthPassScene<PF_PixelFloat> s(c.c);
+        s.scene.info().render_side = c.side;
+        ASSERT_EQ(s.depthPass(), PF_Err_NONE);
+        EXPECT_EQ(s.worlds.colour(c.hidden, 60, 1).alpha, 0.0f);
+        EXPECT_NEAR(s.worlds.depth(c.hidden + 2, 60, 1), c.hidden_depth, 1e-3);
+        EXPECT_EQ(s.worlds.colour(c.shown, 60, 1).alpha, 1.0f);
+        EXPECT_NEAR(s.worlds.depth(c.shown + 2, 60, 1), c.shown == kNearColour ? 500.0f : 601.0f, 1e-3);
     }
 }
 
