@@ -47,6 +47,14 @@ public:
         info().image_center[1] = y;
     }
 
+    // Parallel rays along local -y from y = 500 + R: sample (dx, dy) of pixel (x, y) starts at
+    // local (x + dx - centre_x, 500 + R, y + dy - centre_y).
+    void setParallelView(float centre_x, float centre_y)
+    {
+        setFacingCamera(500.0f, false, 100.0f);
+        setImageCenter(centre_x, centre_y);
+    }
+
     // An output world of poison, so a pixel left unwritten shows.
     template <class Pixel>
     void allocateOutput(A_long width, A_long height)
