@@ -48,35 +48,37 @@ protected:
     Scene scene{32};
 };
 
+// Map pixel 6 of row 2 reads (0.6, 0.4, 0.5), scaled by intensity 0.5 and the rim gain
+// (1 - |N.D|)^(10 rolloff), |N.D| = 0.8; metal tints it by the texel; no intensity or no map
+// turns it off.
 TEST_F(ReflectionTest, LooksUpTheMirroredDirectionInTheLatLongMap)
 {
-    expectPixel(oblique(), 1.0f, 0.5f * 0.6f, 0.5f * 0.4f, 0.5f * 0.5f);
-}
-
-TEST_F(ReflectionTest, RolloffDimsItByTheViewAngle)
-{
-    // Gain (1 - |N.D|)^(10 rolloff) x intensity, with |N.D| = 0.8.
-    scene.info().reflection_rolloff = 0.1f;
-    expectPixel(oblique(), 1.0f, 0.1f * 0.6f, 0.1f * 0.4f, 0.1f * 0.5f);
-    scene.info().reflection_rolloff = 1.0f;
     const float k = 0.5f * std::pow(0.2f, 10.0f);
-    expectPixel(oblique(), 1.0f, k * 0.6f, k * 0.4f, k * 0.5f, 1e-9f);
-}
-
-TEST_F(ReflectionTest, MetalTintsItByTheTexel)
-{
-    scene.info().metal = 1.0f;
-    expectPixel(oblique(), 1.0f, 0.5f * 0.8f * 0.6f, 0.5f * 0.4f * 0.4f, 0.5f * 0.2f * 0.5f);
-}
-
-TEST_F(ReflectionTest, IsOffWithoutIntensityOrWithoutAMap)
-{
-    scene.info().reflection_intensity = 0.0f;
-    expectPixel(oblique(), 1.0f, 0.0f, 0.0f, 0.0f);
-
-    scene.info().reflection_intensity = 1.0f;
-    scene.info().reflection_layer = PF_LayerDef{};
-    expectPixel(oblique(), 1.0f, 0.0f, 0.0f, 0.0f);
+    const struct {
+        const char* name;
+        float rolloff, metal, intensity;
+        bool map;
+        PF_PixelFloat expected;
+        float tolerance;
+    } cases[] = {
+        {"plain", 0.0f, 0.0f, 0.5f, true, pixel(1, 0.5f * 0.6f, 0.5f * 0.4f, 0.5f * 0.5f), 1e-5f},
+        {"rolloff 0.1", 0.1f, 0.0f, 0.5f, true, pixel(1, 0.1f * 0.6f, 0.1f * 0.4f, 0.1f * 0.5f), 1e-5f},
+        {"rolloff 1", 1.0f, 0.0f, 0.5f, true, pixel(1, k * 0.6f, k * 0.4f, k * 0.5f), 1e-9f},
+        {"metal", 0.0f, 1.0f, 0.5f, true,
+         pixel(1, 0.5f * 0.8f * 0.6f, 0.5f * 0.4f * 0.4f, 0.5f * 0.2f * 0.5f), 1e-5f},
+        {"no intensity", 0.0f, 0.0f, 0.0f, true, pixel(1, 0, 0, 0), 1e-5f},
+        {"no map", 0.0f, 0.0f, 1.0f, false, pixel(1, 0, 0, 0), 1e-5f},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        scene.info().reflection_rolloff = c.rolloff;
+        scene.info().metal = c.metal;
+        scene.info().reflection_intensity = c.intensity;
+        if (!c.map)
+            scene.info().reflection_layer = PF_LayerDef{};
+        const PF_PixelFloat& e = c.expected;
+        expectPixel(oblique(), e.alpha, e.red, e.green, e.blue, c.tolerance);
+    }
 }
 
 TEST_F(ReflectionTest, StraightDownTheAxisOfTheMapReadsColumnZero)
@@ -103,34 +105,30 @@ TEST_F(ReflectionTest, FootprintStretchesWithTheViewAngleAndTheLatitude)
     expectPixel(oblique(), 1.0f, red, red, red, 1e-4f);
 }
 
-class InsideReflectionTest : public ReflectionTest {
-protected:
-    // From inside the shape the mirrored ray (0.6, 0.8, 0) crosses the far wall before it
-    // leaves; in the composition it reads (0.6, 0, 0.8): longitude 0.8976, pixel 9 of row 2.
-    PF_PixelFloat inside()
-    {
-        return shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f),
-                                    100.0);
+// From inside the shape the mirrored ray (0.6, 0.8, 0) crosses the far wall before it leaves;
+// in the composition it reads (0.6, 0, 0.8): longitude 0.8976, pixel 9 of row 2. Without self
+// shadow the wall is ignored; an opaque wall hides the environment, a transmitting one tints it.
+TEST_F(ReflectionTest, FromInsideTheFarWallFiltersTheEnvironment)
+{
+    const struct {
+        const char* name;
+        bool self_shadow;
+        float transmission;
+        PF_PixelFloat expected;
+    } cases[] = {
+        {"no self shadow", false, 0.0f, pixel(1, 0.5f * 0.9f, 0.5f * 0.1f, 0.5f * 0.5f)},
+        {"opaque wall", true, 0.0f, pixel(1, 0, 0, 0)},
+        {"transmitting wall", true, 1.0f,
+         pixel(1, 0.5f * 0.8f * 0.9f, 0.5f * 0.4f * 0.1f, 0.5f * 0.2f * 0.5f)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        scene.info().self_shadow = c.self_shadow;
+        scene.info().light_transmission = c.transmission;
+        const PF_PixelFloat& e = c.expected;
+        expectPixel(shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f), 100.0),
+                    e.alpha, e.red, e.green, e.blue);
     }
-};
-
-TEST_F(InsideReflectionTest, WithoutSelfShadowTheWallIsIgnored)
-{
-    expectPixel(inside(), 1.0f, 0.5f * 0.9f, 0.5f * 0.1f, 0.5f * 0.5f);
-}
-
-TEST_F(InsideReflectionTest, OpaqueWallHidesTheEnvironment)
-{
-    scene.info().self_shadow = true;
-    scene.info().light_transmission = 0.0f;
-    expectPixel(inside(), 1.0f, 0.0f, 0.0f, 0.0f);
-}
-
-TEST_F(InsideReflectionTest, TransmittingWallTintsTheEnvironment)
-{
-    scene.info().self_shadow = true;
-    scene.info().light_transmission = 1.0f;
-    expectPixel(inside(), 1.0f, 0.5f * 0.8f * 0.9f, 0.5f * 0.4f * 0.1f, 0.5f * 0.2f * 0.5f);
 }
 
 // Emission, an ambient and a point light with a highlight, a uniform reflection map and a fade,

@@ -31,62 +31,65 @@ protected:
     Scene scene;
 };
 
-TEST_F(ShadingTest, WithoutLightsTheTexelShowsScaledByEmitUnclamped)
+// Head on, with the light (when a point light) at (0, -500, 0): light, hit and camera on one
+// line, so Lambert is 1 and the mirrored light runs straight at the camera.
+TEST(Shading, EmissionAmbientAndFrontLightAddUp)
 {
-    scene.info().emit = 1.0f;
-    expectPixel(headOn(), 1.0f, 0.8f, 0.4f, 0.2f);
-    scene.info().emit = 0.5f;
-    expectPixel(headOn(), 1.0f, 0.4f, 0.2f, 0.1f);
-    scene.info().emit = 2.0f;  // not clamped
-    expectPixel(headOn(), 1.0f, 1.6f, 0.8f, 0.4f);
-}
-
-TEST_F(ShadingTest, AmbientLightNeverShadowsNorHighlightsAndIgnoresFalloff)
-{
-    // Ka 0.6 x intensity 0.5 x texel x light colour (1, 0.5, 0.25).
-    scene.info().ambient = 0.6f;
-    scene.info().diffuse = 1.0f;
-    scene.info().specular = 1.0f;
-    scene.info().self_shadow = true;
-    scene.info().falloff_mode = 3;
-    scene.info().falloff_radius = 1.0;
-    scene.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
-    expectPixel(headOn(), 1.0f, 0.24f, 0.06f, 0.015f);
-
-    // Seen from inside, the reversed normal points across the shape at the opaque far wall.
+    const struct {
+        const char* name;
+        void (*setup)(Scene&);
+        PF_PixelFloat expected;
+    } cases[] = {
+        {"no lights: texel x emit", [](Scene& s) { s.info().emit = 1.0f; }, pixel(1, 0.8f, 0.4f, 0.2f)},
+        {"half emit", [](Scene& s) { s.info().emit = 0.5f; }, pixel(1, 0.4f, 0.2f, 0.1f)},
+        {"emit not clamped", [](Scene& s) { s.info().emit = 2.0f; }, pixel(1, 1.6f, 0.8f, 0.4f)},
+        // Ka 0.6 x intensity 0.5 x texel x light colour (1, 0.5, 0.25): no shadow, highlight
+        // nor falloff for an ambient light.
+        {"ambient", [](Scene& s) {
+             s.info().ambient = 0.6f;
+             s.info().diffuse = 1.0f;
+             s.info().specular = 1.0f;
+             s.info().self_shadow = true;
+             s.info().falloff_mode = 3;
+             s.info().falloff_radius = 1.0;
+             s.addLight(makeLight(kAmbient, Vector3(0, 5000, 0), 0.5f, pixel(1, 1, 0.5f, 0.25f)));
+         }, pixel(1, 0.24f, 0.06f, 0.015f)},
+        {"diffuse and head-on highlight", [](Scene& s) {
+             s.info().diffuse = 0.5f;
+             s.info().specular = 0.3f;
+             s.info().shininess = 8.0f;
+             s.info().self_shadow = true;
+             s.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+         }, pixel(1, 0.5f * 0.8f + 0.3f, 0.5f * 0.4f + 0.3f, 0.5f * 0.2f + 0.3f)},
+        // Intensity 2 at twice the clamp radius (power 0.25): 0.5 x texel x (0.5, 1, 0).
+        {"intensity, colour and falloff multiply", [](Scene& s) {
+             s.info().diffuse = 1.0f;
+             s.info().falloff_mode = 3;
+             s.info().falloff_radius = 200.0;
+             s.addLight(makeLight(kPoint, Vector3(0, -500, 0), 2.0f, pixel(1, 0.5f, 1, 0)));
+         }, pixel(1, 0.2f, 0.2f, 0.0f)},
+        {"lights add up with emission", [](Scene& s) {
+             s.info().emit = 0.5f;
+             s.info().ambient = 0.2f;
+             s.info().diffuse = 0.5f;
+             s.addLight(makeLight(kAmbient, Vector3(0, 0, 0)));
+             s.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
+         }, pixel(1, 1.2f * 0.8f, 1.2f * 0.4f, 1.2f * 0.2f)},
+    };
+    // Seen from inside, the reversed normal points across the shape at the opaque far wall:
+    // the ambient light still shows.
     const Ray from_inside = rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f);
-    expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), 1.0f, 0.24f, 0.06f, 0.015f);
-}
-
-TEST_F(ShadingTest, PointLightInFrontGivesDiffuseAndAHeadOnHighlight)
-{
-    // Light, hit and camera on one line: Lambert 1, mirrored light straight at the camera.
-    scene.info().diffuse = 0.5f;
-    scene.info().specular = 0.3f;
-    scene.info().shininess = 8.0f;
-    scene.info().self_shadow = true;
-    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
-    expectPixel(headOn(), 1.0f, 0.5f * 0.8f + 0.3f, 0.5f * 0.4f + 0.3f, 0.5f * 0.2f + 0.3f);
-}
-
-TEST_F(ShadingTest, LightIntensityColourAndFalloffMultiply)
-{
-    // Intensity 2 at twice the clamp radius (power 0.25): 0.5 x texel x (0.5, 1, 0).
-    scene.info().diffuse = 1.0f;
-    scene.info().falloff_mode = 3;
-    scene.info().falloff_radius = 200.0;
-    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0), 2.0f, pixel(1, 0.5f, 1, 0)));
-    expectPixel(headOn(), 1.0f, 0.2f, 0.2f, 0.0f);
-}
-
-TEST_F(ShadingTest, LightsAddUpWithEmission)
-{
-    scene.info().emit = 0.5f;
-    scene.info().ambient = 0.2f;
-    scene.info().diffuse = 0.5f;
-    scene.addLight(makeLight(kAmbient, Vector3(0, 0, 0)));
-    scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
-    expectPixel(headOn(), 1.0f, 1.2f * 0.8f, 1.2f * 0.4f, 1.2f * 0.2f);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        Scene scene;
+        scene.setUniformTexture<PF_Pixel>(kTexel);
+        scene.info().emit = 0.0f;
+        c.setup(scene);
+        const PF_PixelFloat& e = c.expected;
+        expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), e.alpha, e.red, e.green, e.blue);
+        if (&c == &cases[3])
+            expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), e.alpha, e.red, e.green, e.blue);
+    }
 }
 
 class BackLightTest : public ShadingTest {
@@ -138,24 +141,25 @@ protected:
     const float cos45 = std::sqrt(0.5f);
 };
 
-TEST_F(HighlightTest, ExponentSharpensItAndLambertStaysInside)
+// Lambert stays inside; the exponent sharpens the highlight; metal tints it by the texel.
+TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
 {
-    scene.info().shininess = 2.0f;
-    const float n2 = cos45 * 0.5f;
-    expectPixel(headOn(), 1.0f, n2, n2, n2);
-    scene.info().shininess = 4.0f;
-    const float n4 = cos45 * 0.25f;
-    expectPixel(headOn(), 1.0f, n4, n4, n4);
-}
-
-TEST_F(HighlightTest, MetalTintsItByTheTexel)
-{
-    scene.info().shininess = 4.0f;
-    const float k = cos45 * 0.25f;
-    scene.info().metal = 1.0f;
-    expectPixel(headOn(), 1.0f, 0.8f * k, 0.4f * k, 0.2f * k);
-    scene.info().metal = 0.5f;
-    expectPixel(headOn(), 1.0f, 0.9f * k, 0.7f * k, 0.6f * k);
+    const struct {
+        float shininess, metal;
+        PF_PixelFloat tint;
+        float k;
+    } cases[] = {
+        {2.0f, 0.0f, pixel(1, 1, 1, 1), cos45 * 0.5f},
+        {4.0f, 0.0f, pixel(1, 1, 1, 1), cos45 * 0.25f},
+        {4.0f, 1.0f, pixel(1, 0.8f, 0.4f, 0.2f), cos45 * 0.25f},
+        {4.0f, 0.5f, pixel(1, 0.9f, 0.7f, 0.6f), cos45 * 0.25f},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(::testing::Message() << "shininess " << c.shininess << " metal " << c.metal);
+        scene.info().shininess = c.shininess;
+        scene.info().metal = c.metal;
+        expectPixel(headOn(), 1.0f, c.tint.red * c.k, c.tint.green * c.k, c.tint.blue * c.k);
+    }
 }
 
 TEST_F(HighlightTest, AppearsOnAFaceLitThroughTheSurface)
@@ -188,47 +192,41 @@ TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
     expectPixel(headOn(), 0.0f, 0.1f, 0.2f, 0.3f);
 }
 
-TEST_F(ShadingTest, PartialCoverageKeepsItsAlphaAndStraightColour)
-{
-    scene.setUniformTexture<PF_PixelFloat>(pixel(0.5f, 0.8f, 0.4f, 0.2f));
-    scene.info().emit = 1.0f;
-    expectPixel(shade<PF_PixelFloat>(scene, kHeadOn, 900.0), 0.5f, 0.8f, 0.4f, 0.2f);
-}
-
-TEST_F(ShadingTest, FadeOutAppliesToTheShadedColour)
+TEST_F(ShadingTest, PartialCoverageAndFadeOutKeepTheStraightColour)
 {
     scene.info().emit = 1.0f;
-    scene.info().depth_composite.mode = 3;
+    scene.info().depth_composite.mode = 3;  // fade out over the ray's first 1800: half at 900
     scene.info().depth_composite.start = 0.0;
     scene.info().depth_composite.length = 1800.0;
     expectPixel(headOn(), 0.5f, 0.8f, 0.4f, 0.2f);
+
+    scene.info().depth_composite.mode = 1;
+    scene.setUniformTexture<PF_PixelFloat>(pixel(0.5f, 0.8f, 0.4f, 0.2f));
+    expectPixel(shade<PF_PixelFloat>(scene, kHeadOn, 900.0), 0.5f, 0.8f, 0.4f, 0.2f);
 }
 
-class UvTestColourTest : public ::testing::Test {
-protected:
-    // No texture layer; emission 1 shows the (u, v) test colour unlit.
-    Scene scene;
-    // Hits the near wall at z = 150: v = 1.25, above the texture.
+// No texture layer: emission 1 shows the (u, v) test colour, red u and green v, inside the
+// texture only; copies are remapped with their screw and the colour is lit like a texel.
+// The ray `above` hits the near wall at z = 150: v = 1.25, above the texture.
+TEST(UvTestColour, ShowsUAndVInsideTheTextureAndItsCopies)
+{
     const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
-};
-
-TEST_F(UvTestColourTest, RedIsUAndGreenIsVInsideTheTextureOnly)
-{
+    Scene scene;
     expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.25f, 0.5f, 0.0f);
-    // Outside every copy: transparent black.
-    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.0f, 0.0f, 0.0f);
-}
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 0.0f, 0.0f, 0.0f, 0.0f);  // outside
 
-TEST_F(UvTestColourTest, ExtensionCopiesAreRemappedWithTheirScrew)
-{
-    // Copy 1 above: v 1.25 -> 0.25, u 0.25 + half a turn -> 0.75.
+    // Copy 1 above: v 1.25 -> 0.25, u 0.25 + half a turn -> 0.75. The pivot line follows the
+    // remapped u.
     scene.info().extension.tail_extensions = 1;
     scene.info().extension.screw = 0.5;
     expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.75f, 0.25f, 0.0f);
-}
+    scene.info().show_pivot = true;
+    scene.info().fixed_u = 0.75;
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.0f, 1.0f, 0.0f, 0.0f);
+    scene.info().fixed_u = 0.25;
+    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.75f, 0.25f, 0.0f);
 
-TEST_F(UvTestColourTest, TestColourIsLitLikeATexel)
-{
+    scene.info().show_pivot = false;
     scene.info().emit = 0.0f;
     scene.info().diffuse = 0.5f;
     scene.addLight(makeLight(kPoint, Vector3(0, -500, 0)));
@@ -272,19 +270,6 @@ TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
         const PF_PixelFloat& e = c.expected;
         expectPixel(shade<PF_Pixel>(scene, c.ray, 900.0), e.alpha, e.red, e.green, e.blue, c.tolerance);
     }
-}
-
-TEST(PivotLineWithoutTexture, FollowsTheRemappedExtensionCoordinates)
-{
-    Scene scene;
-    scene.info().show_pivot = true;
-    scene.info().extension.tail_extensions = 1;
-    scene.info().extension.screw = 0.5;
-    const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
-    scene.info().fixed_u = 0.75;
-    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.0f, 1.0f, 0.0f, 0.0f);
-    scene.info().fixed_u = 0.25;
-    expectPixel(shade<PF_Pixel>(scene, above, 900.0), 1.0f, 0.75f, 0.25f, 0.0f);
 }
 
 } // namespace
