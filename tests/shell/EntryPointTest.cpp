@@ -4,11 +4,13 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <memory>
 #include <string>
 
 #include "AE_Effect.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "AE_MyLib/AEObject/HostedCommand.h"
+#include "host/HandleHeap.h"
 #include "shell/CommandNames.h"
 #include "shell/GlobalData.h"
 #include "shell/SequenceData.h"
@@ -19,7 +21,7 @@ extern "C" PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out
 namespace {
 
 struct Session {
-    fake::FakeHost host;
+    hosted::HostedCommand command;
     PF_OutData out;
     PF_LayerDef output;
 
@@ -30,7 +32,7 @@ struct Session {
     }
     PF_Err send(PF_Cmd cmd, void* extra = nullptr)
     {
-        return EntryPointFunc(cmd, host.in(), &out, nullptr, &output, extra);
+        return EntryPointFunc(cmd, command.in(), &out, nullptr, &output, extra);
     }
 };
 
@@ -51,8 +53,8 @@ TEST(CommandTable, CommandsTheEffectDoesNotActOnSucceedAndTouchNothing)
         EXPECT_EQ(s.send(cmd), PF_Err_NONE) << "command " << cmd;
         EXPECT_TRUE(sameBytes(&before, &s.out, sizeof(before))) << "command " << cmd;
         EXPECT_TRUE(sameBytes(&output_before, &s.output, sizeof(output_before))) << "command " << cmd;
-        EXPECT_TRUE(s.host.suite_log.empty()) << "command " << cmd;
-        EXPECT_EQ(s.host.handles_made, 0) << "command " << cmd;
+        EXPECT_TRUE(s.command.calls().empty()) << "command " << cmd;
+        EXPECT_EQ(s.command.host().counters().total(host::Resource::Handle), 0) << "command " << cmd;
     }
 }
 
@@ -80,76 +82,79 @@ TEST(About, NameVersionAndOneLineOfDescription)
 
 TEST(GlobalSetup, ReportsVersionAndFlagsAndRegistersWithTheAegpSide)
 {
-    Session s;
-    ASSERT_EQ(s.send(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
-    EXPECT_EQ(s.out.my_version, 0x8B601u);  // 1.1.6 release, build 1
-    EXPECT_EQ(s.out.out_flags, 0x02000001);
-    EXPECT_EQ(s.out.out_flags2, 0x08001406);
-    EXPECT_EQ(s.host.registered_name, "Orbivane");
-
-    ASSERT_EQ(s.host.handles.count(s.out.global_data), 1u) << "global data is a live host handle";
-    s.host.in()->global_data = s.out.global_data;
+    host::Host session;
+    ASSERT_NO_THROW(session.load(ORBIVANE_MODULE_PATH));
+    EXPECT_EQ(session.module_version(), 0x8B601u);  // 1.1.6 release, build 1
+    EXPECT_EQ(session.out_flags(), 0x02000001);
+    EXPECT_EQ(session.out_flags2(), 0x08001406);
+    EXPECT_EQ(session.handles().live(), 1u) << "global data is the one live host handle";
+    EXPECT_EQ(session.counters().live(host::Resource::Suite), 0) << "every suite taken during set-up is given back";
     {
-        GlobalDataAccess access(s.host.in());
+        std::unique_ptr<host::RenderScope> scope = session.render_scope();
+        GlobalDataAccess access(scope->in_data());
         ASSERT_NE(access.get(), nullptr);
-        EXPECT_EQ(access.get()->plugin_id(), 77);
+        EXPECT_NE(access.get()->plugin_id(), 0) << "the id the host gave at registration";
         EXPECT_EQ(access.get()->aegp_setup_err(), A_Err_NONE);
     }
-    EXPECT_EQ(s.host.live_suites(), 0) << "every suite taken during set-up is given back";
-
-    ASSERT_EQ(s.send(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
-    EXPECT_TRUE(s.host.handles.empty()) << "set-down frees the global data's handle";
-    EXPECT_EQ(s.host.live_suites(), 0);
+    EXPECT_EQ(session.unload(), "") << "set-down frees the global data's handle";
+    EXPECT_EQ(session.handles().live(), 0u);
 }
 
 TEST(GlobalSetup, AFailedRegistrationIsKeptNotReturned)
 {
-    Session s;
-    s.host.register_error = A_Err_GENERIC;
-    ASSERT_EQ(s.send(PF_Cmd_GLOBAL_SETUP), PF_Err_NONE);
-    s.host.in()->global_data = s.out.global_data;
+    host::Host session;
+    session.faults().fail_every("AEGP_RegisterWithAEGP", A_Err_GENERIC);
+    ASSERT_NO_THROW(session.load(ORBIVANE_MODULE_PATH));
     {
-        GlobalDataAccess access(s.host.in());
+        std::unique_ptr<host::RenderScope> scope = session.render_scope();
+        GlobalDataAccess access(scope->in_data());
         ASSERT_NE(access.get(), nullptr);
         EXPECT_EQ(access.get()->aegp_setup_err(), A_Err_GENERIC);
     }
-    EXPECT_EQ(s.send(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
-    EXPECT_TRUE(s.host.handles.empty());
+    EXPECT_EQ(session.unload(), "");
+    EXPECT_EQ(session.handles().live(), 0u);
 }
 
 TEST(GlobalSetup, AMissingUtilitySuiteOrNoHostMemoryIsReturnedAndLeavesNothing)
 {
     {
-        Session s;
-        s.host.acquire_errors["AEGP Utility Suite"] = fake::kSuiteNotFound;
-        EXPECT_EQ(s.send(PF_Cmd_GLOBAL_SETUP), PF_Err_BAD_CALLBACK_PARAM) << "through the guard";
-        EXPECT_TRUE(s.host.handles.empty());
-        EXPECT_EQ(s.host.live_suites(), 0);
+        host::Host session;
+        session.registry().add(kAEGPUtilitySuite, kAEGPUtilitySuiteVersion5, nullptr);
+        EXPECT_THROW(session.load(ORBIVANE_MODULE_PATH), host::HostError);
+        EXPECT_EQ(session.last_error(), PF_Err_BAD_CALLBACK_PARAM) << "through the guard";
+        EXPECT_EQ(session.handles().live(), 0u);
+        EXPECT_EQ(session.counters().live(host::Resource::Suite), 0);
     }
-    Session s;
-    s.host.fail_new_handle = true;
-    EXPECT_EQ(s.send(PF_Cmd_GLOBAL_SETUP), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(s.host.live_suites(), 0);
+    host::Host session;
+    session.faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
+    EXPECT_THROW(session.load(ORBIVANE_MODULE_PATH), host::HostError);
+    EXPECT_EQ(session.last_error(), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(session.counters().live(host::Resource::Suite), 0);
 }
 
 TEST(GlobalSetdown, WithoutGlobalDataTouchesNothing)
 {
     Session s;
-    s.host.in()->global_data = nullptr;
-    s.host.utils.host_lock_handle = nullptr;  // any handle call would crash
-    s.host.utils.host_dispose_handle = nullptr;
+    PF_UtilCallbacks utils = *s.command.in()->utils;
+    utils.host_lock_handle = nullptr;  // any handle call would crash
+    utils.host_dispose_handle = nullptr;
+    s.command.in()->utils = &utils;
+    s.command.in()->global_data = nullptr;
     EXPECT_EQ(s.send(PF_Cmd_GLOBAL_SETDOWN), PF_Err_NONE);
+    EXPECT_TRUE(s.command.calls().empty());
 }
 
 TEST(SequenceData, SerializesToFourZeroBytesInAnUnlockedHandle)
 {
-    fake::FakeHost host;
+    hosted::HostedCommand command;
+    const host::HandleHeap& handles = command.host().handles();
     const SequenceData data;
-    const SerializedSequenceData flat = data.serialize(host.in());
+    const SerializedSequenceData flat = data.serialize(command.in());
     ASSERT_NE(flat, nullptr);
-    ASSERT_EQ(host.handles.count(flat), 1u);
-    EXPECT_EQ(host.handles[flat].size, 4u);
-    EXPECT_EQ(host.handles[flat].locks, 0);
+    char** const handle = reinterpret_cast<char**>(flat);
+    ASSERT_TRUE(handles.owns(handle));
+    EXPECT_EQ(handles.size(handle), 4u);
+    EXPECT_EQ(handles.lock_count(handle), 0);
     A_long stored = -1;
     std::memcpy(&stored, *flat, sizeof(stored));
     EXPECT_EQ(stored, 0);

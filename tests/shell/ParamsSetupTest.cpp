@@ -3,11 +3,14 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cstdint>
 #include <cstring>
+#include <vector>
 #include <string>
 
 #include "AE_Effect.h"
-#include "AE_MyLib/AEObject/FakeHost.h"
+#include "host/Host.h"
 #include "shell/ParamIds.h"
 
 #ifndef PF_DEF_NAME
@@ -19,9 +22,6 @@
 #ifndef PF_DEF_NAMESPTR
 #define PF_DEF_NAMESPTR namesptr
 #endif
-
-extern "C" PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData* in_data, PF_OutData* out_data,
-                                 PF_ParamDef* params[], PF_LayerDef* output, void* extra);
 
 namespace {
 
@@ -177,27 +177,20 @@ void expectValueRecord(const Expected& e, const PF_ParamDef& d)
     }
 }
 
-PF_Err paramsSetup(fake::FakeHost& host, PF_OutData& out)
-{
-    return EntryPointFunc(PF_Cmd_PARAMS_SETUP, host.in(), &out, nullptr, nullptr, nullptr);
-}
-
 TEST(ParamsSetup, RegistersEveryParameterAsDocumented)
 {
-    fake::FakeHost host;
-    PF_OutData out;
-    std::memset(&out, 0, sizeof(out));
-    ASSERT_EQ(paramsSetup(host, out), PF_Err_NONE);
-    EXPECT_EQ(out.num_params, 57);
-    ASSERT_EQ(host.added_params.size(), 56u);
+    host::Host session;
+    ASSERT_NO_THROW(session.load(ORBIVANE_MODULE_PATH));
+    ASSERT_EQ(session.num_params(), 57);
 
     for (int index = 1; index <= 56; ++index) {
         const Expected& e = kExpected[index - 1];
-        const PF_ParamDef& d = host.added_params[index - 1];
+        const PF_ParamDef& d = session.param_def(index);
         SCOPED_TRACE(std::string("parameter ") + std::to_string(index) + " \"" + e.name + "\"");
         EXPECT_STREQ(d.PF_DEF_NAME, e.name);
         EXPECT_EQ(d.uu.id, e.id);
-        EXPECT_EQ(d.flags, e.flags);
+        // The host marks checkboxes as not interpolated, as After Effects does.
+        EXPECT_EQ(d.flags, e.kind == CHECK ? e.flags | PF_ParamFlag_CANNOT_INTERP : e.flags);
         EXPECT_EQ(d.ui_flags, e.ui);
         expectValueRecord(e, d);
     }
@@ -205,11 +198,9 @@ TEST(ParamsSetup, RegistersEveryParameterAsDocumented)
 
 TEST(ParamsSetup, IdentifiersNameTheirRows)
 {
-    fake::FakeHost host;
-    PF_OutData out;
-    std::memset(&out, 0, sizeof(out));
-    ASSERT_EQ(paramsSetup(host, out), PF_Err_NONE);
-    auto name = [&](int id) { return std::string(host.added_params[id - 1].PF_DEF_NAME); };
+    host::Host session;
+    ASSERT_NO_THROW(session.load(ORBIVANE_MODULE_PATH));
+    auto name = [&](int id) { return std::string(session.param_def(id).PF_DEF_NAME); };
     EXPECT_EQ(name(PARAM_TEXTURE), "Texture");
     EXPECT_EQ(name(PARAM_CONTROL_LAYER), "Control Layer");
     EXPECT_EQ(name(PARAM_OPEN_PARAMETER), "Open Parameter");
@@ -219,18 +210,42 @@ TEST(ParamsSetup, IdentifiersNameTheirRows)
     EXPECT_EQ(name(PARAM_DAMMY), "dammy");
 }
 
+// The number of the host call that is the `nth` (0-based) parameter addition of a load.
+std::uint64_t callOfAddition(int nth)
+{
+    host::Host counting;
+    counting.faults().set_recording(true);
+    counting.load(ORBIVANE_MODULE_PATH);
+    const std::vector<std::string> calls = counting.faults().recorded_calls();
+    int seen = 0;
+    for (std::size_t i = 0; i < calls.size(); ++i) {
+        if (calls[i] == "add_param" && seen++ == nth) {
+            return i + 1;
+        }
+    }
+    ADD_FAILURE() << "no addition " << nth;
+    return 0;
+}
+
 TEST(ParamsSetup, TheFirstRefusedAdditionStopsTheSetup)
 {
     for (int failing : {0, 9, 55}) {
-        fake::FakeHost host;
-        host.fail_add_param_at = failing;
-        host.add_param_error = PF_Err_BAD_CALLBACK_PARAM;
-        PF_OutData out;
-        std::memset(&out, 0, sizeof(out));
-        out.num_params = -1;
-        EXPECT_EQ(paramsSetup(host, out), PF_Err_BAD_CALLBACK_PARAM) << failing;
-        EXPECT_EQ(host.added_params.size(), std::size_t(failing)) << "nothing added after the refusal";
-        EXPECT_EQ(out.num_params, -1) << "the count stays as it was";
+        const std::uint64_t refused_call = callOfAddition(failing);
+        host::Host session;
+        session.faults().set_recording(true);
+        session.faults().fail_call(refused_call, PF_Err_BAD_CALLBACK_PARAM);
+        std::string refusal;
+        try {
+            session.load(ORBIVANE_MODULE_PATH);
+        } catch (const host::HostError& e) {
+            refusal = e.what();
+        }
+        EXPECT_NE(refusal.find("PARAMS_SETUP failed with PF_Err_BAD_CALLBACK_PARAM"), std::string::npos)
+            << failing << ": " << refusal;
+        const std::vector<std::string> calls = session.faults().recorded_calls();
+        EXPECT_EQ(std::count(calls.begin(), calls.end(), "add_param"), failing + 1)
+            << "nothing added after the refusal";
+        EXPECT_EQ(session.num_params(), failing + 1) << "the input layer and the accepted additions";
     }
 }
 
