@@ -4,6 +4,8 @@
 
 #include <cstdint>
 #include <cstring>
+#include <string>
+#include <vector>
 
 #include "AE_MyLib/AEObject/AEO_InData.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
@@ -33,6 +35,10 @@ TEST(InDataMalloc, TakesALockedHandleEightBytesLargerAndReturnsTheAddressPastThe
 
     in_data.free(block);
     EXPECT_EQ(handles.live(), 0u) << "free unlocks and disposes of the handle";
+    const std::vector<std::string> calls = command.calls();
+    ASSERT_GE(calls.size(), 2u);
+    EXPECT_EQ(std::vector<std::string>(calls.end() - 2, calls.end()),
+              (std::vector<std::string>{"host_unlock_handle", "host_dispose_handle"}));
     EXPECT_EQ(command.host().counters().live(host::Resource::HandleLock), 0) << "no lock outlives the handle";
 }
 
