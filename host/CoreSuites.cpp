@@ -147,6 +147,7 @@ A_Err utilRegisterWithAegp(AEGP_GlobalRefcon, const A_char* name, AEGP_PluginID*
         return A_Err_GENERIC;
     }
     *plugin_id = g_next_plugin_id.fetch_add(1);
+    if (host) host->note_registration(name, *plugin_id);
     return A_Err_NONE;
 }
 

@@ -207,6 +207,22 @@ std::shared_ptr<OwnedWorld> Host::new_world(A_long width, A_long height, PF_Pixe
     return world;
 }
 
+void Host::note_registration(const std::string& name, AEGP_PluginID id) {
+    std::lock_guard<std::mutex> lock(state_mutex_);
+    registered_name_ = name;
+    registered_plugin_id_ = id;
+}
+
+std::string Host::registered_name() const {
+    std::lock_guard<std::mutex> lock(state_mutex_);
+    return registered_name_;
+}
+
+AEGP_PluginID Host::registered_plugin_id() const {
+    std::lock_guard<std::mutex> lock(state_mutex_);
+    return registered_plugin_id_;
+}
+
 void Host::adopt_module_world(const PF_EffectWorld& world) {
     std::lock_guard<std::mutex> lock(module_worlds_mutex_);
     module_worlds_.emplace(worldSerial(world), world);

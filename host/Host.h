@@ -21,6 +21,7 @@
 
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
+#include "AE_GeneralPlug.h"
 #include "SPBasic.h"
 #include "host/Animated.h"
 #include "host/CallContext.h"
@@ -232,6 +233,10 @@ public:
     A_Err render_thread_rule(const CallContext& command, const char* name) const;
     // True while GLOBAL_SETUP runs (the only time AEGP_RegisterWithAEGP is allowed).
     bool registering() const { return registering_; }
+    // What AEGP_RegisterWithAEGP gave the module: its name and plug-in id (0 before).
+    void note_registration(const std::string& name, AEGP_PluginID id);
+    std::string registered_name() const;
+    AEGP_PluginID registered_plugin_id() const;
     // One sample of `params->src` for the sampling callbacks: `depth` 8, 16 or 32 selects the
     // pixel type of `dst`, `kind` 0 nearest, 1 subpixel, 2 area. Tables are the command's.
     PF_Err sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y,
@@ -285,6 +290,9 @@ private:
     std::vector<std::string> messages_;
     std::vector<std::string> command_log_;
     RenderCallLog last_render_calls_;
+
+    std::string registered_name_;
+    AEGP_PluginID registered_plugin_id_ = 0;
 
     std::mutex module_worlds_mutex_;
     std::map<std::uint64_t, PF_EffectWorld> module_worlds_;  // by world serial

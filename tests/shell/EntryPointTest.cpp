@@ -93,7 +93,9 @@ TEST(GlobalSetup, ReportsVersionAndFlagsAndRegistersWithTheAegpSide)
         std::unique_ptr<host::RenderScope> scope = session.render_scope();
         GlobalDataAccess access(scope->in_data());
         ASSERT_NE(access.get(), nullptr);
-        EXPECT_NE(access.get()->plugin_id(), 0) << "the id the host gave at registration";
+        EXPECT_NE(session.registered_plugin_id(), 0);
+        EXPECT_EQ(access.get()->plugin_id(), session.registered_plugin_id()) << "the id the host gave at registration";
+        EXPECT_EQ(session.registered_name(), "Orbivane");
         EXPECT_EQ(access.get()->aegp_setup_err(), A_Err_NONE);
     }
     EXPECT_EQ(session.unload(), "") << "set-down frees the global data's handle";
