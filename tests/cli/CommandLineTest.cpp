@@ -83,8 +83,12 @@ TEST(OverrideValues, ReadLikeTheSceneFilesJson) {
     for (const Row& row : rows) {
         const host::SceneValue v = host::parseParamText(row.text);
         EXPECT_EQ(v.kind, row.kind) << row.text;
-        if (row.kind == Kind::Number) EXPECT_DOUBLE_EQ(v.number, row.numbers[0]) << row.text;
-        if (row.kind == Kind::Numbers) EXPECT_EQ(v.numbers, row.numbers) << row.text;
+        if (row.kind == Kind::Number) {
+            EXPECT_DOUBLE_EQ(v.number, row.numbers[0]) << row.text;
+        }
+        if (row.kind == Kind::Numbers) {
+            EXPECT_EQ(v.numbers, row.numbers) << row.text;
+        }
     }
     // Not numbers after all: kept as text for popups and layer names.
     for (const char* text : {"Both Sides", "1,2,3,4", "1,x", "nan", "12px", "Layer 1"}) {
