@@ -143,7 +143,9 @@ std::vector<std::uint8_t> word(std::uint32_t v) {
 }
 
 std::vector<std::uint8_t> pascal(const std::string& s) {
-    std::vector<std::uint8_t> out{std::uint8_t(s.size())};
+    std::vector<std::uint8_t> out;
+    out.reserve(s.size() + 1);
+    out.push_back(std::uint8_t(s.size()));
     out.insert(out.end(), s.begin(), s.end());
     return out;
 }

@@ -43,7 +43,9 @@ void padTo4(Bytes& data)
 
 Bytes pascalString(const std::string& s)
 {
-    Bytes data{std::uint8_t(s.size())};
+    Bytes data;
+    data.reserve(s.size() + 4);
+    data.push_back(std::uint8_t(s.size()));
     data.insert(data.end(), s.begin(), s.end());
     padTo4(data);
     return data;
