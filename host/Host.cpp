@@ -338,6 +338,11 @@ PF_Err Host::iterate(A_long iterations, void* refcon, IterateFunc fn) {
 // --- Parameters ---
 
 int Host::num_params() const { return params_->size(); }
+
+int Host::declared_num_params() const {
+    std::lock_guard<std::mutex> lock(state_mutex_);
+    return declared_num_params_;
+}
 const PF_ParamDef& Host::param_def(PF_ParamIndex index) const {
     if (index < 0 || index >= params_->size()) throw HostError("no param with index " + std::to_string(index));
     return params_->def(index);
@@ -402,7 +407,12 @@ PF_Err Host::call(CallContext& context, PF_ParamDef** params, PF_LayerDef* outpu
             out_flags2_ = out.out_flags2;
             global_data_ = out.global_data;
             break;
-        case PF_Cmd_PARAMS_SETUP: context.adds = out.num_params; break;  // reused: declared count
+        case PF_Cmd_PARAMS_SETUP: {
+            context.adds = out.num_params;  // reused: declared count
+            std::lock_guard<std::mutex> lock(state_mutex_);
+            declared_num_params_ = out.num_params;
+            break;
+        }
         case PF_Cmd_SEQUENCE_SETUP: sequence_data_ = out.sequence_data; break;
         case PF_Cmd_GLOBAL_SETDOWN: global_data_ = nullptr; break;
         case PF_Cmd_SEQUENCE_SETDOWN: sequence_data_ = nullptr; break;

@@ -183,6 +183,9 @@ public:
 
     // --- Parameters (after load). ---
     int num_params() const;
+    // out_data->num_params as the module left it after its last PARAMS_SETUP (the host hands
+    // it 0), -1 before any.
+    int declared_num_params() const;
     const PF_ParamDef& param_def(PF_ParamIndex index) const;  // as registered, with UI state
     PF_ParamIndex param_index(const std::string& name) const; // throws HostError if unknown
     void set_param(PF_ParamIndex index, const ParamValue& value);
@@ -291,6 +294,7 @@ private:
     std::vector<std::string> command_log_;
     RenderCallLog last_render_calls_;
 
+    int declared_num_params_ = -1;
     std::string registered_name_;
     AEGP_PluginID registered_plugin_id_ = 0;
 

@@ -182,6 +182,7 @@ TEST(ParamsSetup, RegistersEveryParameterAsDocumented)
     host::Host session;
     ASSERT_NO_THROW(session.load(ORBIVANE_MODULE_PATH));
     ASSERT_EQ(session.num_params(), 57);
+    EXPECT_EQ(session.declared_num_params(), PARAM_COUNT);
 
     for (int index = 1; index <= 56; ++index) {
         const Expected& e = kExpected[index - 1];
@@ -246,6 +247,7 @@ TEST(ParamsSetup, TheFirstRefusedAdditionStopsTheSetup)
         EXPECT_EQ(std::count(calls.begin(), calls.end(), "add_param"), failing + 1)
             << "nothing added after the refusal";
         EXPECT_EQ(session.num_params(), failing + 1) << "the input layer and the accepted additions";
+        EXPECT_EQ(session.declared_num_params(), 0) << "out_data->num_params is left as the host gave it";
     }
 }
 
