@@ -15,6 +15,7 @@
 #include "AE_EffectSuites.h"
 #include "AE_GeneralPlug.h"
 #include "SPBasic.h"
+#include "StaticLayoutChecks.h"
 
 namespace {
 
