@@ -1,7 +1,10 @@
 #include <gtest/gtest.h>
 
 #include <cstdio>
+#include <filesystem>
 #include <memory>
+
+#include <unistd.h>
 
 #include "host/Composition.h"
 #include "host/Host.h"
@@ -104,7 +107,14 @@ TEST_F(ModuleSession, InjectedFailureReachesTheCaller) {
 
 TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     Scene scene;
-    const std::string sidecar = HOST_TEST_MODULE_PATH ".pipl";
+    // A private copy of the module, so that no other test process reading or removing the
+    // shared module's sidecar can race with the sidecars written here.
+    namespace fs = std::filesystem;
+    const fs::path folder = fs::temp_directory_path() / ("orbivane-pipl-" + std::to_string(::getpid()));
+    fs::create_directories(folder);
+    const std::string module_path = (folder / fs::path(HOST_TEST_MODULE_PATH).filename()).string();
+    fs::copy_file(HOST_TEST_MODULE_PATH, module_path, fs::copy_options::overwrite_existing);
+    const std::string sidecar = module_path + ".pipl";
     host::PiplInfo info;
     info.kind = host::fourCC("eFKT");
     info.name = "Test Module";
@@ -121,7 +131,7 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     {
         host::Host session;
         session.set_composition(scene.comp, scene.effect_layer);
-        session.load(HOST_TEST_MODULE_PATH);
+        session.load(module_path);
         bool warned = false;
         for (const std::string& m : session.messages())
             warned |= m.find("Code flags: 0x02000000 / PiPL flags: 0x00000000") != std::string::npos;
@@ -133,7 +143,7 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     {
         host::Host session;
         try {
-            session.load(HOST_TEST_MODULE_PATH);
+            session.load(module_path);
             ADD_FAILURE() << "loaded without its entry point";
         } catch (const host::HostError& e) {
             EXPECT_NE(std::string(e.what()).find("Couldn't find main entry point"), std::string::npos) << e.what();
@@ -144,9 +154,9 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     write(info);
     {
         host::Host session;
-        EXPECT_THROW(session.load(HOST_TEST_MODULE_PATH), host::HostError);
+        EXPECT_THROW(session.load(module_path), host::HostError);
     }
-    std::remove(sidecar.c_str());
+    fs::remove_all(folder);
 }
 
 }  // namespace
