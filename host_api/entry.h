@@ -1,12 +1,15 @@
 #ifndef ENTRY_H
 #define ENTRY_H
 
-/* Export marker for the module's entry function. */
+/* Export marker for the module's entry function. Relies on AEConfig.h having been included
+   first, as every plug-in does. */
 
-#if defined(_WIN32)
+#ifdef AE_OS_WIN
 #define DllExport __declspec(dllexport)
-#else
+#elif defined AE_OS_MAC
 #define DllExport __attribute__((visibility("default")))
+#elif defined(__linux__)
+#define DllExport __attribute__((visibility("default"))) /* our own Linux build */
 #endif
 
 #define AE_ENTRY_POINT "EffectMain"

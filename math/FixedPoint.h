@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 namespace fixed16 {

@@ -6,6 +6,7 @@
 // single precision. A point p then maps to fromHostMatrix(M) * (p, 1), the same as p * M.
 #pragma once
 
+#include "AEConfig.h"
 #include "A.h"
 #include "math/Matrix4.h"
 

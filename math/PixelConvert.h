@@ -7,6 +7,7 @@
 // unclamped. Per-pixel code: inline, no allocation.
 #pragma once
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "math/FixedPoint.h"
 

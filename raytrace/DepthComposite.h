@@ -2,6 +2,7 @@
 // Fog and fade-out by the distance of a hit along its ray.
 
 #include "render/RenderInfo.h"
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 // Tints (mode 2, fog) or fades (mode 3, fade out) the straight `colour` of a hit at ray

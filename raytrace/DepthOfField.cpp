@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstring>
 
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 #include "AE_EffectCBSuites.h"
 #include "AE_MyLib/AEObject/AEO_EffectWorld.h"

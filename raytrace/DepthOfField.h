@@ -10,6 +10,7 @@
 // The composite pass blurs each layer with a box as large as the circle of confusion at the
 // pixel's own depth and lays the nearer layer over the farther one into info.output.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "render/RenderInfo.h"
 

@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "AEConfig.h"
 #include "AE_EffectCBSuites.h"
 #include "math/PixelConvert.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"

@@ -4,6 +4,7 @@
 
 #include "render/RenderInfo.h"
 #include "math/Vectormath.h"
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 // Direction and relative power of `light` at `point` = (P, 1) in the shape's local space.

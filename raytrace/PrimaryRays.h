@@ -5,6 +5,7 @@
 
 #include <cstddef>
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "render/RenderInfo.h"
 

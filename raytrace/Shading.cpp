@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "AEConfig.h"
 #include "AE_EffectCBSuites.h"
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
 #include "math/PixelConvert.h"

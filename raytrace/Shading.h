@@ -3,6 +3,7 @@
 // reflection map, depth composite and the pivot line.
 
 #include "render/RenderInfo.h"
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 // Shades the hit at parameter `t` of `ray` (shape local space) and writes the straight,

@@ -2,6 +2,7 @@
 
 #include <cmath>
 
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 #include "AE_MyLib/AEObject/AEO_Composition.h"
 #include "AE_MyLib/AEObject/AEO_Effect.h"

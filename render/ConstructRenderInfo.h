@@ -3,6 +3,7 @@
 // Fills the per-frame render record from the effect's parameters, the control layer, the
 // composition camera and the active light layers, at the in-data's current time.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_GeneralPlug.h"
 #include "render/RenderInfo.h"

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 #include "AE_EffectPixelFormat.h"
 #include "AE_EffectSuites.h"

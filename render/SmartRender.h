@@ -4,6 +4,7 @@
 // checks the pixels out, builds the render record and runs the ray tracer over the output in
 // one pass, or in the two depth-of-field passes.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "shell/Handlers.h"
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "math/Vectormath.h"
 

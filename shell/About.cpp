@@ -1,3 +1,4 @@
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 #include "shell/EffectInfo.h"
 #include "shell/Handlers.h"

@@ -4,6 +4,7 @@
 // resource description written beside the module is generated from these same values, so the
 // flags reported at global set-up and those in the resource cannot disagree.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 namespace effect_info {

@@ -1,5 +1,6 @@
 // The one function the host calls: every command arrives here and goes to its handler.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "entry.h"
 #include "shell/Handlers.h"

@@ -2,6 +2,7 @@
 
 #include <new>
 
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"

@@ -3,6 +3,7 @@
 // The effect's global data: one per loaded module, from global set-up to global set-down. It
 // lives in host handle memory; the handle is what the host keeps as the effect's global data.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_GeneralPlug.h"
 

@@ -4,6 +4,7 @@
 // to them; each returns a host error code (PF_Err_NONE on success) and may instead throw a
 // PF_Err, which the entry point returns.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 PF_Err About(PF_InData* in_data, PF_OutData* out_data);

@@ -2,6 +2,7 @@
 
 #include <cstring>
 
+#include "AEConfig.h"
 #include "AE_EffectCB.h"
 
 #ifndef PF_DEF_NAMEPTR

@@ -4,6 +4,7 @@
 // registration order. Numbers are as the host stores them: fixed sliders and angles in raw
 // 16.16, the point default in percent 16.16, popups 1-based.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "shell/ParamIds.h"
 

@@ -3,6 +3,7 @@
 
 #include "shell/ParamsUI.h"
 
+#include "AEConfig.h"
 #include "AE_EffectSuites.h"
 #include "AE_GeneralPlug.h"
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"

@@ -5,6 +5,7 @@
 // "dammy" slider. The two command handlers (UpdataParamsUI, HandleChangedParam) are declared
 // in shell/Handlers.h; this header names the pieces they are built from.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "shell/ParamIds.h"
 

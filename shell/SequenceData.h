@@ -3,6 +3,7 @@
 // Per-instance data of the effect: a placeholder that holds nothing (one word, always 0). No
 // command attaches it to an instance; it exists with its serialized form for completeness.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 typedef PF_Handle SerializedSequenceData;

@@ -8,6 +8,7 @@
 
 #include <atomic>
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
 #include "AE_EffectSuites.h"

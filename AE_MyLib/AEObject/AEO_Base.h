@@ -3,6 +3,7 @@
 // Foundation of the host object layer: the sticky error word every wrapper carries, and the
 // holder that acquires one host suite lazily and releases it when the holder dies.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_EffectCBSuites.h"
 #include "AE_EffectSuites.h"

@@ -3,6 +3,7 @@
 // Pixel worlds: one the host owns (wrapped to learn its format), or one the effect allocates
 // through "PF World Suite" 2 and disposes of.
 
+#include "AEConfig.h"
 #include "AE_EffectPixelFormat.h"
 #include "AE_MyLib/AEObject/AEO_Base.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"

@@ -2,6 +2,7 @@
 
 // Conversions between 16.16 fixed-point numbers and doubles, and rectangles in either form.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 namespace AEO {

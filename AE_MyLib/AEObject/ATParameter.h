@@ -4,6 +4,7 @@
 // render. Taking another index checks the held one back in first, so one object holds at most
 // one checkout; code that needs two layers at once uses two objects.
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 
 class ATParameter {
