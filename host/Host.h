@@ -57,8 +57,10 @@ struct HostOptions {
     bool strict_render_thread = false;
     bool poison = true;      // fill new handles and uncleared worlds with a non-zero pattern
     PF_Quality quality = PF_Quality_HI;
-    // Fill params[i]->u.ld.reserved0 of layer params with the chosen layer's AEGP_LayerH in
-    // UI commands. Off, the module must find the layer through its effect stream.
+    // Fill the first pointer word (u.ld.reserved0) of layer params with the chosen layer's
+    // AEGP_LayerH: in the UI commands' params array and in every PF_CHECKOUT_PARAM of a layer
+    // param, render commands included. Off, the module must find the layer through its effect
+    // stream.
     bool layer_handle_in_params = true;
     bool echo_messages = false;  // also print host messages to stderr
 };

@@ -12,8 +12,9 @@ namespace host {
 
 namespace {
 
-// Precedes the pixels of every world in the same allocation. reserved0 of the world points
-// here, which is how copies of the struct still find their format.
+// Precedes the pixels of every world in the same allocation. reserved1 of the world points
+// here, which is how copies of the struct still find their format. (reserved0 is not ours: in a
+// layer parameter's value it carries the chosen layer's AEGP handle.)
 struct WorldHeader {
     std::uint64_t magic;
     std::uint64_t serial;
@@ -30,7 +31,7 @@ constexpr std::size_t kPixelMisalignment = 4;
 std::atomic<std::uint64_t> g_next_serial{1};
 std::atomic<std::uint64_t> g_free_epoch{0};
 
-// Headers of live worlds. Consulted before a reserved0 pointer is ever dereferenced, so a
+// Headers of live worlds. Consulted before a reserved1 pointer is ever dereferenced, so a
 // struct the module filled itself (or a freed world) is recognised instead of read.
 // Lookups (format queries, possibly per sample) share the lock; only allocation and freeing
 // take it exclusively.
@@ -45,7 +46,7 @@ Registry& registry() {
 }
 
 const WorldHeader* liveHeader(const PF_EffectWorld& world) {
-    const auto* header = static_cast<const WorldHeader*>(world.reserved0);
+    const auto* header = static_cast<const WorldHeader*>(world.reserved1);
     if (!header) return nullptr;
     Registry& reg = registry();
     std::shared_lock<std::shared_mutex> lock(reg.mutex);
@@ -93,7 +94,7 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
     char* pixels = block + kHeaderBlock + kPixelMisalignment;
     std::memset(pixels, options.clear ? 0 : options.poison, pixel_bytes);
 
-    world->reserved0 = header;
+    world->reserved1 = header;
     PF_WorldFlags flags = 0;
     if (format == PF_PixelFormat_ARGB64) flags |= PF_WorldFlag_DEEP;
     if (options.writeable) flags |= PF_WorldFlag_WRITEABLE;
@@ -117,7 +118,7 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
 
 PF_Err freeWorld(PF_EffectWorld* world) {
     if (!world) return PF_Err_BAD_CALLBACK_PARAM;
-    auto* header = static_cast<WorldHeader*>(world->reserved0);
+    auto* header = static_cast<WorldHeader*>(world->reserved1);
     {
         Registry& reg = registry();
         std::unique_lock<std::shared_mutex> lock(reg.mutex);

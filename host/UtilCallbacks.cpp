@@ -218,6 +218,32 @@ PF_UtilCallbacks makeUtils() {
 // --- PF_CHECKOUT_PARAM / PF_CHECKIN_PARAM. ---
 namespace {
 
+// The value of layer parameter `index` at `comp_seconds`: the chosen layer rendered at the
+// command's depth and downsample, or no pixels (data NULL) for <none> and for a layer whose time
+// span does not include that time, as After Effects gives. The first pointer word carries the
+// chosen layer's AEGP_LayerH, as in the interface commands' parameter array, so an effect can
+// tell a trimmed-out layer from none without AEGP stream calls on a render thread.
+PF_Err checkoutLayerValue(CallContext& context, PF_ParamIndex index, double comp_seconds, const DeliveryFrame& frame,
+                          CallContext::ParamCheckout& record, PF_LayerDef& value) {
+    Host& host = *context.host;
+    const int layer_id = index == 0 ? host.effect_layer_id() : host.params().layer_id(index, comp_seconds, frame);
+    if (layer_id == 0) return PF_Err_NONE;
+    const Layer* layer = host.composition() ? host.composition()->find_by_id(layer_id) : nullptr;
+    const bool has_frame = index == 0 || (layer && layer->spans(comp_seconds));
+    if (has_frame) {
+        // Since 13.5 the panel only gets a black frame of the right size.
+        const bool black = context.cmd == PF_Cmd_UPDATE_PARAMS_UI;
+        record.world = host.layer_world(layer_id, comp_seconds, context.bitdepth, frame.downsample_x,
+                                        frame.downsample_y, nullptr, black);
+        if (!record.world) return PF_Err_OUT_OF_MEMORY;
+        const A_long dephault = value.dephault;
+        value = record.world->get();
+        value.dephault = dephault;
+    }
+    if (index > 0 && host.options().layer_handle_in_params) value.reserved0 = host.layer_handle(layer_id);
+    return PF_Err_NONE;
+}
+
 PF_Err interCheckoutParam(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long what_time, A_long,
                           A_u_long time_scale, PF_ParamDef* param) {
     if (PF_Err err = HOST_FAULT_POINT("checkout_param")) return err;
@@ -239,17 +265,7 @@ PF_Err interCheckoutParam(PF_ProgPtr effect_ref, PF_ParamIndex index, A_long wha
     CallContext::ParamCheckout record;
     record.index = index;
     if (param->param_type == PF_Param_LAYER) {
-        const int layer_id = index == 0 ? host.effect_layer_id() : host.params().layer_id(index, comp_seconds, frame);
-        if (layer_id != 0) {
-            // Since 13.5 the panel only gets a black frame of the right size.
-            const bool black = context->cmd == PF_Cmd_UPDATE_PARAMS_UI;
-            record.world = host.layer_world(layer_id, comp_seconds, context->bitdepth, frame.downsample_x,
-                                            frame.downsample_y, nullptr, black);
-            if (!record.world) return PF_Err_OUT_OF_MEMORY;
-            const A_long dephault = param->u.ld.dephault;
-            param->u.ld = record.world->get();
-            param->u.ld.dephault = dephault;
-        }
+        if (PF_Err err = checkoutLayerValue(*context, index, comp_seconds, frame, record, param->u.ld)) return err;
     }
     countAcquire(Resource::ParamCheckout, "param " + std::to_string(index));
     std::lock_guard<std::mutex> lock(context->checkout_mutex);

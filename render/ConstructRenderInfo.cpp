@@ -88,10 +88,19 @@ double openScaleOf(const PF_InData* in_data, double open_parameter, bool& invert
     return open_scale;
 }
 
-// The layer chosen as "Control Layer", through the effect's own stream of that parameter (the
-// render's checked-out layer value carries pixels, not the layer's AEGP handle). Null for none.
-AEGP_LayerH controlLayerOf(const RenderInfoTemplate<Cylinder>& info)
+// The layer chosen as "Control Layer", from its checked-out value. The host names it in the
+// value's layer word, also while the layer has no pixels (trimmed out of this time): it is still
+// the chosen layer and still places the surface. A host that leaves the word empty is asked
+// through the effect's stream of the parameter, the documented route; that route makes an
+// effect and a stream reference whose disposal After Effects refuses on render threads, so it
+// is taken only when the value carries pixels, i.e. never in a render without a control layer.
+// Null for none.
+AEGP_LayerH controlLayerOf(const RenderInfoTemplate<Cylinder>& info, const PF_LayerDef& value)
 {
+    if (AEGP_LayerH named = AEO::ChosenLayerInValue(value))
+        return named;
+    if (!value.data)
+        return nullptr;
     AEGP_PluginID plugin_id = 0;
     {
         GlobalDataAccess global(info.in_data);
@@ -264,11 +273,7 @@ void buildSurface(const PF_InData* in_data, RenderInfoTemplate<Cylinder>& info, 
     }
 
     Placement placement;
-    // A chosen layer always arrives with pixels, so a layer value without any means no control
-    // layer, and the handle lookup (whose stream and effect references After Effects refuses to
-    // dispose of on render threads) is left out of the usual render.
-    const bool control_chosen = params.param(PARAM_CONTROL_LAYER).u.ld.data != nullptr;
-    if (AEGP_LayerH control = control_chosen ? controlLayerOf(info) : nullptr)
+    if (AEGP_LayerH control = controlLayerOf(info, params.param(PARAM_CONTROL_LAYER).u.ld))
         placeByControlLayer(in_data, info, control, comp, placement);
     else
         placeByParameters(in_data, info, params, placement);

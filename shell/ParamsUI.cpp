@@ -47,7 +47,7 @@ AEGP_LayerH layerInParams(PF_ParamDef* params[])
     if (!params || !params[PARAM_CONTROL_LAYER]) {
         return nullptr;
     }
-    return static_cast<AEGP_LayerH>(params[PARAM_CONTROL_LAYER]->u.ld.reserved0);
+    return AEO::ChosenLayerInValue(params[PARAM_CONTROL_LAYER]->u.ld);
 }
 
 // The chosen control layer (null when none is chosen). Hosts that leave the parameter array's

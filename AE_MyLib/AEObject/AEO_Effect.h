@@ -64,6 +64,16 @@ private:
     Suite<AEGP_DynamicStreamSuite4> _dynamic_stream_suite;
 };
 
+// The layer chosen in a layer parameter, as the host hands it inside the parameter's value: the
+// first pointer word holds the layer's AEGP handle. Null for no layer, and from a host that does
+// not fill the word. This is the one test of "a layer is chosen" the effect makes wherever it
+// holds the value; it needs no host call, so it is safe on render threads, and it holds when the
+// layer has no pixels at the value's time.
+inline AEGP_LayerH ChosenLayerInValue(const PF_LayerDef& value)
+{
+    return static_cast<AEGP_LayerH>(value.reserved0);
+}
+
 // The layer chosen in layer parameter index of this effect instance, by the documented route:
 // effect -> parameter stream -> layer id -> layer of the effect layer's composition. *layer is
 // null for no layer. Returns the first host error met.

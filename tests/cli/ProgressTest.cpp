@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "cli/CallTable.h"
 #include "cli/OutputWriter.h"
 #include "cli/Progress.h"
 
@@ -24,6 +25,17 @@ TEST(Timing, ProgressLineEstimatesTheTimeLeftFromTheFramesDone) {
     EXPECT_EQ(cli::progressLine(0, 48, 0, 0.2), "[ 0/48]   0%  frame 0  elapsed 0:00");
     // 12 of 48 done in 30 s: 36 left at 2.5 s each.
     EXPECT_EQ(cli::progressLine(12, 48, 12, 30), "[12/48]  25%  frame 12  elapsed 0:30  left 1:30");
+}
+
+// A function After Effects refuses on render threads is marked on its row and named at the end.
+TEST(HostCallTable, MarksAndNamesTheCallsAfterEffectsRefuses) {
+    host::RenderCallLog log;
+    log.render = {{"AEGP_DisposeStream", 2, 0, true}, {"checkout_output", 1, 0, false}};
+    EXPECT_EQ(cli::formatCallTable(log, 1),
+              "  host calls over 1 frame    pre-render        render\n"
+              "  AEGP_DisposeStream                  0             2  refused by After Effects on render threads\n"
+              "  checkout_output                     0             1\n"
+              "1 refused by After Effects 13.5+ on render threads: AEGP_DisposeStream\n");
 }
 
 TEST(Flatten, CompositesStraightColourOverTheBackground) {

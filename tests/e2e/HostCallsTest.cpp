@@ -42,17 +42,36 @@ TEST(HostCalls, EachSmartCommandListsWhatTheEffectCalled)
     EXPECT_EQ(session->host().last_render_calls().render.size(), log.render.size());
 }
 
-// A control layer is found through a new effect reference and the stream of its parameter;
-// disposing of those two is what After Effects would refuse.
-TEST(HostCalls, AControlLayerIsFoundThroughCallsAfterEffectsRefusesOnRenderThreads)
+// The control layer's handle comes with its checked-out value: the render makes no call After
+// Effects refuses, takes no effect or stream reference, and leaks nothing even in strict mode.
+// A host that leaves the value's layer word empty sends it down the stream route, whose two
+// disposals are refused.
+TEST(HostCalls, AControlLayerIsReadFromItsValueWithoutRefusedCalls)
 {
-    const auto session = e2e::openScene("control_layer.json");
-    const host::RenderResult frame = e2e::renderScene(*session);
-    ASSERT_EQ(frame.err, PF_Err_NONE);
-    const host::RenderCallLog& log = frame.calls;
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewEffectForEffect"), 1u);
-    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeEffect", "AEGP_DisposeStream"}));
-    EXPECT_TRUE(find(log.render, "AEGP_DisposeStream")->forbidden);
+    struct Case {
+        bool handle_in_value;
+        bool strict;
+        std::vector<std::string> refused_by_after_effects;
+    };
+    const Case cases[] = {
+        {true, false, {}},
+        {true, true, {}},
+        {false, false, {"AEGP_DisposeEffect", "AEGP_DisposeStream"}},
+    };
+    for (const Case& c : cases) {
+        host::HostOptions options;
+        options.layer_handle_in_params = c.handle_in_value;
+        options.strict_render_thread = c.strict;
+        const auto session = e2e::openScene("control_layer.json", options);
+        const host::RenderResult frame = e2e::renderScene(*session);
+        ASSERT_EQ(frame.err, PF_Err_NONE) << c.handle_in_value << c.strict;
+        const host::RenderCallLog& log = frame.calls;
+        EXPECT_EQ(log.forbidden_calls(), c.refused_by_after_effects) << c.handle_in_value << c.strict;
+        EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewEffectForEffect"), c.handle_in_value ? 0u : 1u);
+        if (c.strict) {
+            EXPECT_EQ(session->host().unload(), "");
+        }
+    }
 }
 
 // The strict mode refuses every call of a marked function and nothing else.
@@ -60,6 +79,7 @@ TEST(HostCalls, StrictModeRefusesExactlyTheMarkedCalls)
 {
     host::HostOptions options;
     options.strict_render_thread = true;
+    options.layer_handle_in_params = false;  // the stream route makes refused calls
     const auto session = e2e::openScene("control_layer.json", options);
     const host::RenderResult frame = e2e::renderScene(*session);
     const host::RenderCallLog& log = frame.calls;

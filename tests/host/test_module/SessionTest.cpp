@@ -85,6 +85,36 @@ TEST(SceneSession, HalfResolutionAndKeyframedValues) {
     EXPECT_FLOAT_EQ(pixel(frame, 0, 0).green, 0.0f);  // <none>
 }
 
+// A layer parameter's checked-out value names its layer in the first pointer word, also while
+// the layer is trimmed out and brings no pixels; with the option off the word stays empty. The
+// world's own bookkeeping must survive the word: a float layer still reads as float.
+TEST(SceneSession, CheckedOutLayerValueNamesItsLayerInsideAndOutsideItsTimeSpan) {
+    for (bool named : {true, false}) {
+        HostOptions options;
+        options.layer_handle_in_params = named;
+        Session session(parse_scene(sceneText(R"({"Source": "Tex"})"), "scene.json", ""), HOST_TEST_MODULE_PATH,
+                        options);
+        Host& host = session.host();
+        Layer& tex = host.composition()->layer(0);
+        tex.in_point = 0.5;
+        const void* handle = named ? host.layer_handle(tex.id) : nullptr;
+        ASSERT_TRUE(!named || handle);
+        for (double seconds : {0.4, 0.5}) {
+            auto scope = host.render_scope(32, seconds);
+            PF_InData* in_data = scope->in_data();
+            PF_ParamDef def{};
+            ASSERT_EQ(PF_CHECKOUT_PARAM(in_data, host.param_index("Source"), in_data->current_time,
+                                        in_data->time_step, in_data->time_scale, &def), PF_Err_NONE);
+            EXPECT_EQ(def.u.ld.reserved0, handle) << seconds;
+            EXPECT_EQ(def.u.ld.data != nullptr, seconds >= 0.5) << seconds;
+            if (def.u.ld.data) {
+                EXPECT_EQ(worldPixelFormat(def.u.ld), PF_PixelFormat_ARGB128);
+            }
+            EXPECT_EQ(PF_CHECKIN_PARAM(in_data, &def), PF_Err_NONE);
+        }
+    }
+}
+
 TEST(SceneSession, BadParameterValuesAreNamedWithTheirPathAndRange) {
     const std::string path = "scene.json: layers[1].effect.parameters.";
     EXPECT_EQ(refusal(R"({"Gian": 5})").rfind(path + "Gian: the effect has no parameter named \"Gian\"", 0), 0u)
