@@ -1,9 +1,11 @@
 #include "host/Image.h"
 
 #include "host/AreaSampler.h"
+#include "host/RowBands.h"
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace host {
 
@@ -81,16 +83,44 @@ void fillWorld(const Image& image, const std::vector<std::vector<Tap>>& xtaps,
     }
 }
 
+// Channel value / scale for every value a channel type can hold, so reading a world back is a
+// table look-up per channel (the same floats the division gives).
+template <class Channel>
+const std::vector<float>& channelTable(double scale) {
+    static const std::vector<float> table = [scale] {
+        std::vector<float> t(std::size_t{1} << (8 * sizeof(Channel)));
+        for (std::size_t v = 0; v < t.size(); ++v) t[v] = static_cast<float>(v / scale);
+        return t;
+    }();
+    return table;
+}
+
 template <class Pixel>
-void readWorld(const PF_EffectWorld& world, double scale, Image& image) {
-    for (A_long y = 0; y < world.height; ++y) {
+void readRows(const PF_EffectWorld& world, const float* table, A_long first, A_long end, Image& image) {
+    for (A_long y = first; y < end; ++y) {
         const Pixel* row = worldRow<Pixel>(world, y);
+        RGBA* out = &image.at(0, y);
         for (A_long x = 0; x < world.width; ++x) {
             const Pixel& p = row[x];
-            image.at(x, y) = RGBA{static_cast<float>(p.red / scale), static_cast<float>(p.green / scale),
-                                  static_cast<float>(p.blue / scale), static_cast<float>(p.alpha / scale)};
+            out[x] = RGBA{table[p.red], table[p.green], table[p.blue], table[p.alpha]};
         }
     }
+}
+
+template <>
+void readRows<PF_PixelFloat>(const PF_EffectWorld& world, const float*, A_long first, A_long end, Image& image) {
+    for (A_long y = first; y < end; ++y) {
+        const PF_PixelFloat* row = worldRow<PF_PixelFloat>(world, y);
+        RGBA* out = &image.at(0, y);
+        for (A_long x = 0; x < world.width; ++x) out[x] = RGBA{row[x].red, row[x].green, row[x].blue, row[x].alpha};
+    }
+}
+
+template <class Pixel>
+void readWorld(const PF_EffectWorld& world, double scale, int threads, Image& image) {
+    const float* table = nullptr;
+    if constexpr (!std::is_same_v<Pixel, PF_PixelFloat>) table = channelTable<decltype(Pixel::red)>(scale).data();
+    forEachRowBand(world.height, threads, [&](int first, int end) { readRows<Pixel>(world, table, first, end, image); });
 }
 
 }  // namespace
@@ -123,11 +153,11 @@ PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample&
     return PF_Err_NONE;
 }
 
-Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format) {
+Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threads) {
     if (!world.data || !isSupportedFormat(format)) return Image();
     Image image(world.width, world.height);
     dispatchPixelType(format, [&](auto tag) {
-        readWorld<typename decltype(tag)::type>(world, channelScale(format), image);
+        readWorld<typename decltype(tag)::type>(world, channelScale(format), threads, image);
     });
     return image;
 }

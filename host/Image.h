@@ -64,7 +64,8 @@ A_long downsampledExtent(A_long extent, A_long num, A_long den);
 PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample& downsample,
                     const WorldOptions& options, OwnedWorld& out);
 
-// Reads a world of `format` back (8-bit / 255, 16-bit / 32768, float as is).
-Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format);
+// Reads a world of `format` back (8-bit / 255, 16-bit / 32768, float as is), in `threads` bands
+// of rows.
+Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threads = 1);
 
 }  // namespace host
