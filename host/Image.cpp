@@ -125,11 +125,6 @@ void readWorld(const PF_EffectWorld& world, double scale, int threads, Image& im
 
 }  // namespace
 
-Image::Image(int width, int height, RGBA fill)
-    : width_(std::max(width, 0)),
-      height_(std::max(height, 0)),
-      pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
-
 A_long downsampledExtent(A_long extent, A_long num, A_long den) {
     if (extent <= 0 || num <= 0 || den <= 0) return 0;
     const long long scaled = static_cast<long long>(extent) * num;

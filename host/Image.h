@@ -23,7 +23,11 @@ inline bool operator!=(const RGBA& x, const RGBA& y) { return !(x == y); }
 class Image {
 public:
     Image() = default;
-    Image(int width, int height, RGBA fill = RGBA{});
+    // Inline, so the image-IO module needs nothing else from the host.
+    Image(int width, int height, RGBA fill = RGBA{})
+        : width_(width > 0 ? width : 0),
+          height_(height > 0 ? height : 0),
+          pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
 
     int width() const { return width_; }
     int height() const { return height_; }

@@ -43,4 +43,11 @@ struct SaveOptions {
 };
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options = {});
 
+// Width and height from the file's header, without reading its pixels.
+struct ImageSize {
+    int width = 0;
+    int height = 0;
+};
+ImageSize readImageSize(const std::string& path);
+
 }  // namespace host
