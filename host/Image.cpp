@@ -70,6 +70,26 @@ ChannelSample boxAverage(const Image& image, const std::vector<Tap>& xs, const s
     return s;
 }
 
+// At full resolution each world pixel covers exactly one image pixel with weight 1, and the
+// box average gives back that pixel's channels (a·c/a is c exactly in double), except for a
+// non-finite alpha, which takes the general path.
+template <class Pixel>
+void fillWorldOneToOne(const Image& image, double scale, const PF_EffectWorld& world) {
+    if (world.width <= 0) return;
+    for (A_long y = 0; y < world.height; ++y) {
+        Pixel* row = worldRow<Pixel>(world, y);
+        const RGBA* in = &image.at(0, y);
+        for (A_long x = 0; x < world.width; ++x) {
+            const RGBA& p = in[x];
+            ChannelSample s{p.a, p.r, p.g, p.b};
+            if (!std::isfinite(p.a))
+                s = boxAverage(image, {Tap{static_cast<int>(x), 1.0}}, {Tap{static_cast<int>(y), 1.0}});
+            s.alpha *= scale, s.red *= scale, s.green *= scale, s.blue *= scale;
+            row[x] = roundToPixel<Pixel>(s);
+        }
+    }
+}
+
 template <class Pixel>
 void fillWorld(const Image& image, const std::vector<std::vector<Tap>>& xtaps,
                const std::vector<std::vector<Tap>>& ytaps, double scale, const PF_EffectWorld& world) {
@@ -140,6 +160,13 @@ PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample&
     const A_long height = downsampledExtent(image.height(), downsample.num_y, downsample.den_y);
     const PF_Err err = out.allocate(width, height, format, options);
     if (err != PF_Err_NONE) return err;
+    if (width == image.width() && height == image.height() && downsample.num_x == downsample.den_x &&
+        downsample.num_y == downsample.den_y) {
+        dispatchPixelType(format, [&](auto tag) {
+            fillWorldOneToOne<typename decltype(tag)::type>(image, channelScale(format), out.get());
+        });
+        return PF_Err_NONE;
+    }
     const auto xtaps = axisTaps(image.width(), width, downsample.num_x, downsample.den_x);
     const auto ytaps = axisTaps(image.height(), height, downsample.num_y, downsample.den_y);
     dispatchPixelType(format, [&](auto tag) {
