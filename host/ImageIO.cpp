@@ -49,36 +49,43 @@ void unpremultiply(Image& image) {
     }
 }
 
-// Integer channels rounded to nearest, clamped to 0..white (NaN as 0), in bands of rows.
+// Rows converted and handed to the writer at a time: the strip stays in cache, and the frame
+// never needs a second full-size copy (whose page faults alone cost as much as converting).
+constexpr int kStripRows = 64;
+
+// Converts `image` strip by strip with convert(pixel, four channels out), each strip in bands
+// of rows on `threads` threads, and writes it. False when the writer fails.
+template <class T, class Convert>
+bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Convert convert) {
+    const std::size_t width = static_cast<std::size_t>(image.width());
+    std::vector<T> strip(width * kStripRows * 4);
+    for (int y0 = 0; y0 < image.height(); y0 += kStripRows) {
+        const int y1 = std::min(y0 + kStripRows, image.height());
+        const RGBA* rows = &image.pixels()[y0 * width];
+        forEachRowBand(y1 - y0, threads, [&](int first, int end) {
+            for (std::size_t i = first * width; i < end * width; ++i) convert(rows[i], &strip[i * 4]);
+        });
+        if (!out.write_scanlines(y0, y1, 0, OIIO::BaseTypeFromC<T>::value, strip.data())) return false;
+    }
+    return true;
+}
+
+// Integer channels rounded to nearest, clamped to 0..white (NaN as 0).
 template <class T>
-std::vector<T> quantise(const Image& image, double white, int threads) {
-    std::vector<T> data(image.pixels().size() * 4);
+bool writeQuantised(OIIO::ImageOutput& out, const Image& image, double white, int threads) {
     auto q = [white](float v) {
         const double scaled = std::floor(static_cast<double>(v) * white + 0.5);
         return static_cast<T>(std::clamp(std::isnan(scaled) ? 0.0 : scaled, 0.0, white));
     };
-    const std::size_t width = static_cast<std::size_t>(image.width());
-    forEachRowBand(image.height(), threads, [&](int first, int end) {
-        for (std::size_t i = first * width; i < end * width; ++i) {
-            const RGBA& p = image.pixels()[i];
-            T* out = &data[i * 4];
-            out[0] = q(p.r), out[1] = q(p.g), out[2] = q(p.b), out[3] = q(p.a);
-        }
+    return writeInStrips<T>(out, image, threads, [&q](const RGBA& p, T* c) {
+        c[0] = q(p.r), c[1] = q(p.g), c[2] = q(p.b), c[3] = q(p.a);
     });
-    return data;
 }
 
-std::vector<float> premultipliedFloats(const Image& image, int threads) {
-    std::vector<float> data(image.pixels().size() * 4);
-    const std::size_t width = static_cast<std::size_t>(image.width());
-    forEachRowBand(image.height(), threads, [&](int first, int end) {
-        for (std::size_t i = first * width; i < end * width; ++i) {
-            const RGBA& p = image.pixels()[i];
-            float* out = &data[i * 4];
-            out[0] = p.r * p.a, out[1] = p.g * p.a, out[2] = p.b * p.a, out[3] = p.a;
-        }
+bool writePremultiplied(OIIO::ImageOutput& out, const Image& image, int threads) {
+    return writeInStrips<float>(out, image, threads, [](const RGBA& p, float* c) {
+        c[0] = p.r * p.a, c[1] = p.g * p.a, c[2] = p.b * p.a, c[3] = p.a;
     });
-    return data;
 }
 
 bool isExrCompression(const std::string& name) {
@@ -157,13 +164,12 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
     const std::string temp = temporaryPath(path);
     bool ok = out->open(temp, spec);
     if (ok) {
-        if (exr) {
-            ok = out->write_image(OIIO::TypeDesc::FLOAT, premultipliedFloats(image, options.threads).data());
-        } else if (options.png_bits == 16) {
-            ok = out->write_image(OIIO::TypeDesc::UINT16, quantise<std::uint16_t>(image, 65535.0, options.threads).data());
-        } else {
-            ok = out->write_image(OIIO::TypeDesc::UINT8, quantise<std::uint8_t>(image, 255.0, options.threads).data());
-        }
+        if (exr)
+            ok = writePremultiplied(*out, image, options.threads);
+        else if (options.png_bits == 16)
+            ok = writeQuantised<std::uint16_t>(*out, image, 65535.0, options.threads);
+        else
+            ok = writeQuantised<std::uint8_t>(*out, image, 255.0, options.threads);
         ok = out->close() && ok;
     }
     if (!ok) {
