@@ -58,7 +58,8 @@ ours() { "$render" orbivane_pov.json -q -j "$1" "${size[@]}" --frames 0-$((frame
 pov() { povray +Icyl.pov "${pov_size[@]}" -D +WT"$1" +A0.0 +AM1 +R3 +Opov.png >pov.log 2>&1 ||
             { echo "peers.sh: povray failed, see its log:" >&2; tail -5 pov.log >&2; exit 1; }; }
 
-# Seconds taken by one run of the command.
+# Seconds taken by one run of the command. (hyperfine runs all the rounds of one command before
+# the next, so the turns are taken here.)
 seconds() {
     local start=$EPOCHREALTIME
     "$@"
