@@ -33,7 +33,7 @@ done
 [[ $runs =~ ^[1-9][0-9]*$ ]] || { echo "peers.sh: --runs needs a positive number" >&2; exit 2; }
 
 if [[ -z $scene_dir ]]; then
-    main_root=$(cd "$root" && cd "$(dirname "$(git rev-parse --git-common-dir 2>/dev/null || echo .git)")" && pwd)
+    main_root=$(cd "$root" && cd "$(dirname "$(git rev-parse --git-common-dir 2>/dev/null || echo .git)")" && pwd) || main_root=$root
     for candidate in "$root/../shared/bench/pov-match" "$main_root/../shared/bench/pov-match"; do
         [[ -f $candidate/orbivane_pov.json ]] && { scene_dir=$candidate; break; }
     done
