@@ -17,6 +17,7 @@
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <thread>
 #include <unistd.h>
 
 #ifndef ORBIVANE_BUILT_MODULE
@@ -72,16 +73,27 @@ host::RGBA backgroundOf(const host::Composition& comp) {
     return host::RGBA{float(c.red), float(c.green), float(c.blue), 1.0f};
 }
 
+// Encoder settings; pixel conversions before encoding use as many threads as the render.
+host::SaveOptions encodingOf(const Options& options) {
+    host::SaveOptions encoding;
+    encoding.png_level = options.png_level;
+    encoding.png_up_filter = options.png_up_filter;
+    encoding.exr_compression = options.exr_compression;
+    encoding.threads = options.threads > 0 ? options.threads : static_cast<int>(std::thread::hardware_concurrency());
+    return encoding;
+}
+
 void renderFrames(RenderSession& session, const host::Composition& comp, const JobPlan& plan, const Options& options) {
     const bool terminal = isatty(fileno(stderr)) != 0;
     Progress progress(plan.jobs.size(), !options.quiet && (terminal || options.progress));
     const bool flatten = options.flatten || options.scene.empty();
+    const host::SaveOptions encoding = encodingOf(options);
     for (const FrameJob& job : plan.jobs) {
         progress.beginFrame(job.frame);
         try {
             host::Image frame = session.render(job.seconds, plan.bit_depth, plan.downsample);
             if (flatten) flattenOver(frame, backgroundOf(comp));
-            writeFrame(frame, job.path, plan.bit_depth);
+            writeFrame(frame, job.path, plan.bit_depth, encoding);
         } catch (const CliError& e) {
             progress.clear();
             throw CliError(e.code(), "frame " + std::to_string(job.frame) + ": " + e.what());

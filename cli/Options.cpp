@@ -59,10 +59,22 @@ FrameRange parseFrameRange(const std::string& text) {
     return range;
 }
 
+void setPngCompression(const std::string& text, Options& options) {
+    if (text == "fast" || text == "small") {
+        options.png_level = text == "fast" ? 1 : 9;
+        options.png_up_filter = text == "fast";
+    } else if (text.size() == 1 && text[0] >= '0' && text[0] <= '9') {
+        options.png_level = text[0] - '0';
+        options.png_up_filter = false;
+    } else {
+        throw badInput("--png-compression \"" + text + "\": expected fast, small or a level 0-9");
+    }
+}
+
 ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     ParsedCommandLine parsed;
     Options& o = parsed.options;
-    std::string frames, frame;
+    std::string frames, frame, png_compression;
     double time = 0;
     int bit_depth = 0, downsample = 0;
 
@@ -96,6 +108,12 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     app.add_flag("--host-calls", o.host_calls,
                  "After rendering, list the host functions the effect called per smart command,\n"
                  "marking those After Effects refuses on render threads");
+    auto* png_opt = app.add_option("--png-compression", png_compression,
+                                   "PNG encoding: fast (default), small (smallest files, slowest)\n"
+                                   "or a zlib level 0-9");
+    app.add_option("--exr-compression", o.exr_compression, "OpenEXR compression, all lossless: rle\n"
+                                                           "(default, fastest), none, zips, zip, piz")
+        ->check(CLI::IsMember({"none", "rle", "zips", "zip", "piz"}));
 
     try {
         app.parse(argc, argv);
@@ -108,6 +126,7 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
         if (*time_opt) o.time = time;
         if (*depth_opt) o.bit_depth = bit_depth;
         if (*ds_opt) o.downsample = downsample;
+        if (*png_opt) setPngCompression(png_compression, o);
     } catch (const CLI::CallForHelp&) {
         std::cout << app.help();
         parsed.finished = true;

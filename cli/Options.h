@@ -33,7 +33,16 @@ struct Options {
     bool quiet = false;
     bool progress = false;  // force the progress line even when stderr is not a terminal
     bool host_calls = false;  // print the host functions the effect called while rendering
+
+    // Encoder settings: --png-compression fast (zlib level 1, Up filter), small (level 9, the
+    // best filter per row) or a zlib level 0-9 (best filter per row); --exr-compression.
+    int png_level = 1;
+    bool png_up_filter = true;
+    std::string exr_compression = "rle";
 };
+
+// Applies --png-compression's value; throws CliError (bad input) for anything else.
+void setPngCompression(const std::string& text, Options& options);
 
 // Parses "12" or "0-47" into a range; throws CliError (bad input) otherwise.
 FrameRange parseFrameRange(const std::string& text);

@@ -18,17 +18,16 @@ void flattenOver(host::Image& frame, const host::RGBA& background) {
     }
 }
 
-void writeFrame(const host::Image& frame, const std::string& path, int bit_depth) {
+void writeFrame(const host::Image& frame, const std::string& path, int bit_depth, host::SaveOptions encoding) {
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (!folder.empty()) {
         std::error_code ec;
         std::filesystem::create_directories(folder, ec);
         if (ec) throw CliError(kExitWriteFailed, "cannot create the folder " + folder.string() + ": " + ec.message());
     }
-    host::SaveOptions options;
-    options.png_bits = bit_depth == 16 ? 16 : 8;
+    encoding.png_bits = bit_depth == 16 ? 16 : 8;
     try {
-        host::saveImage(frame, path, options);
+        host::saveImage(frame, path, encoding);
     } catch (const std::exception& e) {
         throw CliError(kExitWriteFailed, std::string("cannot write the picture: ") + e.what());
     }

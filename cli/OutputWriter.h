@@ -3,6 +3,7 @@
 // the final name.
 
 #include "host/Image.h"
+#include "host/ImageIO.h"
 
 #include <string>
 
@@ -12,8 +13,9 @@ namespace cli {
 // opaque.
 void flattenOver(host::Image& frame, const host::RGBA& background);
 
-// Writes `frame` to `path` (creating missing folders). The file appears under its name only
-// when complete. Throws CliError (write failure) naming the file.
-void writeFrame(const host::Image& frame, const std::string& path, int bit_depth);
+// Writes `frame` to `path` (creating missing folders) with the encoder settings of `encoding`
+// (its PNG depth follows bit_depth). The file appears under its name only when complete.
+// Throws CliError (write failure) naming the file.
+void writeFrame(const host::Image& frame, const std::string& path, int bit_depth, host::SaveOptions encoding = {});
 
 }  // namespace cli

@@ -46,7 +46,7 @@ host::Image RenderSession::render(double seconds, int bit_depth, int downsample)
     host::Host& h = host();
     const PF_RationalScale scale{1, static_cast<A_u_long>(downsample)};
     const PF_LRect bounds = h.layer_bounds(h.effect_layer_id(), scale, scale);
-    host::Image frame(bounds.right - bounds.left, bounds.bottom - bounds.top);
+    const int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
 
     host::RenderResult result;
     try {
@@ -61,8 +61,13 @@ host::Image RenderSession::render(double seconds, int bit_depth, int downsample)
         if (!result.return_msg.empty()) message += ": " + result.return_msg;
         throw CliError(kExitRenderFailed, message);
     }
-    if (result.rendered && result.output)
-        place(host::worldToImage(result.output->get(), result.output->format()), result.result_rect, frame);
+    if (!result.rendered || !result.output) return host::Image(width, height);
+    host::Image rendered = host::worldToImage(result.output->get(), result.output->format());
+    const PF_LRect& r = result.result_rect;
+    // Usually the output covers the layer exactly: hand it over instead of copying a frame.
+    if (r.left == 0 && r.top == 0 && rendered.width() == width && rendered.height() == height) return rendered;
+    host::Image frame(width, height);
+    place(rendered, r, frame);
     return frame;
 }
 

@@ -1,9 +1,11 @@
 #include "host/Image.h"
 
 #include "host/AreaSampler.h"
+#include "host/RowBands.h"
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 namespace host {
 
@@ -68,6 +70,26 @@ ChannelSample boxAverage(const Image& image, const std::vector<Tap>& xs, const s
     return s;
 }
 
+// At full resolution each world pixel covers exactly one image pixel with weight 1, and the
+// box average gives back that pixel's channels (a·c/a is c exactly in double), except for a
+// non-finite alpha, which takes the general path.
+template <class Pixel>
+void fillWorldOneToOne(const Image& image, double scale, const PF_EffectWorld& world) {
+    if (world.width <= 0) return;
+    for (A_long y = 0; y < world.height; ++y) {
+        Pixel* row = worldRow<Pixel>(world, y);
+        const RGBA* in = &image.at(0, y);
+        for (A_long x = 0; x < world.width; ++x) {
+            const RGBA& p = in[x];
+            ChannelSample s{p.a, p.r, p.g, p.b};
+            if (!std::isfinite(p.a))
+                s = boxAverage(image, {Tap{static_cast<int>(x), 1.0}}, {Tap{static_cast<int>(y), 1.0}});
+            s.alpha *= scale, s.red *= scale, s.green *= scale, s.blue *= scale;
+            row[x] = roundToPixel<Pixel>(s);
+        }
+    }
+}
+
 template <class Pixel>
 void fillWorld(const Image& image, const std::vector<std::vector<Tap>>& xtaps,
                const std::vector<std::vector<Tap>>& ytaps, double scale, const PF_EffectWorld& world) {
@@ -81,24 +103,47 @@ void fillWorld(const Image& image, const std::vector<std::vector<Tap>>& xtaps,
     }
 }
 
+// Channel value / scale for every value a channel type can hold, so reading a world back is a
+// table look-up per channel (the same floats the division gives).
+template <class Channel>
+const std::vector<float>& channelTable(double scale) {
+    static const std::vector<float> table = [scale] {
+        std::vector<float> t(std::size_t{1} << (8 * sizeof(Channel)));
+        for (std::size_t v = 0; v < t.size(); ++v) t[v] = static_cast<float>(v / scale);
+        return t;
+    }();
+    return table;
+}
+
 template <class Pixel>
-void readWorld(const PF_EffectWorld& world, double scale, Image& image) {
-    for (A_long y = 0; y < world.height; ++y) {
+void readRows(const PF_EffectWorld& world, const float* table, A_long first, A_long end, Image& image) {
+    for (A_long y = first; y < end; ++y) {
         const Pixel* row = worldRow<Pixel>(world, y);
+        RGBA* out = &image.at(0, y);
         for (A_long x = 0; x < world.width; ++x) {
             const Pixel& p = row[x];
-            image.at(x, y) = RGBA{static_cast<float>(p.red / scale), static_cast<float>(p.green / scale),
-                                  static_cast<float>(p.blue / scale), static_cast<float>(p.alpha / scale)};
+            out[x] = RGBA{table[p.red], table[p.green], table[p.blue], table[p.alpha]};
         }
     }
 }
 
-}  // namespace
+template <>
+void readRows<PF_PixelFloat>(const PF_EffectWorld& world, const float*, A_long first, A_long end, Image& image) {
+    for (A_long y = first; y < end; ++y) {
+        const PF_PixelFloat* row = worldRow<PF_PixelFloat>(world, y);
+        RGBA* out = &image.at(0, y);
+        for (A_long x = 0; x < world.width; ++x) out[x] = RGBA{row[x].red, row[x].green, row[x].blue, row[x].alpha};
+    }
+}
 
-Image::Image(int width, int height, RGBA fill)
-    : width_(std::max(width, 0)),
-      height_(std::max(height, 0)),
-      pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
+template <class Pixel>
+void readWorld(const PF_EffectWorld& world, double scale, int threads, Image& image) {
+    const float* table = nullptr;
+    if constexpr (!std::is_same_v<Pixel, PF_PixelFloat>) table = channelTable<decltype(Pixel::red)>(scale).data();
+    forEachRowBand(world.height, threads, [&](int first, int end) { readRows<Pixel>(world, table, first, end, image); });
+}
+
+}  // namespace
 
 A_long downsampledExtent(A_long extent, A_long num, A_long den) {
     if (extent <= 0 || num <= 0 || den <= 0) return 0;
@@ -115,6 +160,13 @@ PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample&
     const A_long height = downsampledExtent(image.height(), downsample.num_y, downsample.den_y);
     const PF_Err err = out.allocate(width, height, format, options);
     if (err != PF_Err_NONE) return err;
+    if (width == image.width() && height == image.height() && downsample.num_x == downsample.den_x &&
+        downsample.num_y == downsample.den_y) {
+        dispatchPixelType(format, [&](auto tag) {
+            fillWorldOneToOne<typename decltype(tag)::type>(image, channelScale(format), out.get());
+        });
+        return PF_Err_NONE;
+    }
     const auto xtaps = axisTaps(image.width(), width, downsample.num_x, downsample.den_x);
     const auto ytaps = axisTaps(image.height(), height, downsample.num_y, downsample.den_y);
     dispatchPixelType(format, [&](auto tag) {
@@ -123,11 +175,11 @@ PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample&
     return PF_Err_NONE;
 }
 
-Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format) {
+Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threads) {
     if (!world.data || !isSupportedFormat(format)) return Image();
     Image image(world.width, world.height);
     dispatchPixelType(format, [&](auto tag) {
-        readWorld<typename decltype(tag)::type>(world, channelScale(format), image);
+        readWorld<typename decltype(tag)::type>(world, channelScale(format), threads, image);
     });
     return image;
 }

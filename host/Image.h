@@ -23,7 +23,11 @@ inline bool operator!=(const RGBA& x, const RGBA& y) { return !(x == y); }
 class Image {
 public:
     Image() = default;
-    Image(int width, int height, RGBA fill = RGBA{});
+    // Inline, so the image-IO module needs nothing else from the host.
+    Image(int width, int height, RGBA fill = RGBA{})
+        : width_(width > 0 ? width : 0),
+          height_(height > 0 ? height : 0),
+          pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
 
     int width() const { return width_; }
     int height() const { return height_; }
@@ -64,7 +68,8 @@ A_long downsampledExtent(A_long extent, A_long num, A_long den);
 PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample& downsample,
                     const WorldOptions& options, OwnedWorld& out);
 
-// Reads a world of `format` back (8-bit / 255, 16-bit / 32768, float as is).
-Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format);
+// Reads a world of `format` back (8-bit / 255, 16-bit / 32768, float as is), in `threads` bands
+// of rows.
+Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threads = 1);
 
 }  // namespace host

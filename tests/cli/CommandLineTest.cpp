@@ -33,7 +33,8 @@ TEST(FrameRangeText, AcceptsOneFrameOrAnInclusiveRange) {
 TEST(CommandLine, ReadsEveryOption) {
     cli::ParsedCommandLine p = parse({"scene.json", "-o", "out.####.png", "--frames", "3-9", "-b", "16", "-d", "2",
                                       "-j", "3", "--set", "Open Parameter=0.5", "--set", "Render Side=Inside",
-                                      "--module", "/m.so", "--quiet", "--flatten"});
+                                      "--module", "/m.so", "--quiet", "--flatten", "--png-compression", "small",
+                                      "--exr-compression", "piz"});
     ASSERT_FALSE(p.finished);
     const cli::Options& o = p.options;
     EXPECT_EQ(o.scene, "scene.json");
@@ -50,6 +51,9 @@ TEST(CommandLine, ReadsEveryOption) {
     EXPECT_TRUE(o.quiet);
     EXPECT_TRUE(o.flatten);
     EXPECT_FALSE(o.time);
+    EXPECT_EQ(o.png_level, 9);
+    EXPECT_FALSE(o.png_up_filter);
+    EXPECT_EQ(o.exr_compression, "piz");
 }
 
 TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
@@ -60,6 +64,8 @@ TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
                                                            {"--frame", "2", "--frames", "1-3"},
                                                            {"--time", "1", "--frame", "2"},
                                                            {"--no-such-option"},
+                                                           {"--png-compression", "10"},
+                                                           {"--exr-compression", "dwaa"},
                                                            {"a.json", "b.json"}}) {
         cli::ParsedCommandLine p = parse(args);
         EXPECT_TRUE(p.finished) << args[0];

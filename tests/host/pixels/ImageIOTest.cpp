@@ -4,6 +4,7 @@
 
 #include <filesystem>
 #include <string>
+#include <utility>
 
 namespace host {
 namespace {
@@ -56,25 +57,40 @@ protected:
     fs::path dir_;
 };
 
-TEST_F(ImageFiles, PngRoundTripsKeepStraightColourIn8And16Bits) {
+// Every encoder setting is lossless: fast and small PNG, any zlib level, each EXR compression,
+// on both sides of the row bands the conversions are split into.
+TEST_F(ImageFiles, PngRoundTripsKeepStraightColourIn8And16BitsWithEveryCompression) {
     const Image img = sample(1.0f / 255);
-    for (int bits : {8, 16}) {
-        SaveOptions options;
-        options.png_bits = bits;
-        const std::string file = path(std::to_string(bits) + ".png");
-        saveImage(img, file, options);
-        expectSame(loadImage(file), img, bits == 8 ? 1e-6f : 0.5f / 65535);
-    }
+    for (int bits : {8, 16})
+        for (const auto& [level, up_filter] : {std::pair{kPngFastLevel, true}, std::pair{kPngSmallLevel, false},
+                                              std::pair{0, false}, std::pair{6, true}}) {
+            SaveOptions options;
+            options.png_bits = bits;
+            options.png_level = level;
+            options.png_up_filter = up_filter;
+            options.threads = 2;
+            const std::string file = path(std::to_string(bits) + "-" + std::to_string(level) + ".png");
+            SCOPED_TRACE(file);
+            saveImage(img, file, options);
+            expectSame(loadImage(file), img, bits == 8 ? 1e-6f : 0.5f / 65535);
+        }
 }
 
-TEST_F(ImageFiles, ExrRoundTripIsFloatExactForDyadicValues) {
+TEST_F(ImageFiles, ExrRoundTripIsFloatExactForDyadicValuesWithEveryCompression) {
     Image img(2, 2);
     img.at(0, 0) = RGBA{0.75f, 2.5f, -0.25f, 1.0f};
     img.at(1, 0) = RGBA{0.5f, 0.25f, 1.0f, 0.5f};
     img.at(0, 1) = RGBA{1.0f, 0.125f, 0.0f, 0.25f};
     img.at(1, 1) = RGBA{0, 0, 0, 0};
-    saveImage(img, path("c.exr"));
-    expectSame(loadImage(path("c.exr")), img, 0.0f);
+    for (const char* compression : kExrCompressions) {
+        SaveOptions options;
+        options.exr_compression = compression;
+        options.threads = 2;
+        const std::string file = path(std::string(compression) + ".exr");
+        SCOPED_TRACE(file);
+        saveImage(img, file, options);
+        expectSame(loadImage(file), img, 0.0f);
+    }
 }
 
 TEST_F(ImageFiles, SavingLeavesOnlyTheFinalFile) {
@@ -100,6 +116,11 @@ TEST_F(ImageFiles, ErrorsNameTheFile) {
     SaveOptions twelve;
     twelve.png_bits = 12;
     EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.png"), twelve), ImageIOError);
+    SaveOptions bad_level, bad_exr;
+    bad_level.png_level = 10;
+    bad_exr.exr_compression = "dwaa";  // lossy: not offered
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.png"), bad_level), ImageIOError);
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.exr"), bad_exr), ImageIOError);
     EXPECT_THROW(saveImage(sample(1.0f / 255), path("no-such-dir/x.png")), ImageIOError);
     EXPECT_EQ(filesInDir(), 0u);
 }
