@@ -108,6 +108,14 @@ Image loadImage(const std::string& path) {
     return image;
 }
 
+void imageSize(const std::string& path, int& width, int& height) {
+    auto input = OIIO::ImageInput::open(path);
+    if (!input) throw ImageIOError("cannot read image '" + path + "': " + OIIO::geterror());
+    width = input->spec().width;
+    height = input->spec().height;
+    input->close();
+}
+
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
     const std::string ext = lowerExtension(path);
     const bool exr = ext == ".exr";

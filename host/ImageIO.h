@@ -1,5 +1,6 @@
 #pragma once
-// Reading and writing images through OpenImageIO. Files may hold straight or premultiplied
+// Reading and writing images through OpenImageIO (a build without it reads pixel dumps only,
+// host/ImageDump.h). Files may hold straight or premultiplied
 // alpha; in memory an Image is always straight.
 
 #include "host/Image.h"
@@ -18,6 +19,8 @@ public:
 // Reads PNG, JPEG, TIFF, EXR (anything OpenImageIO reads): integer files normalised to
 // 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied.
 Image loadImage(const std::string& path);
+// The size of the picture in `path`, from its header. Throws ImageIOError.
+void imageSize(const std::string& path, int& width, int& height);
 
 // PNG at 8 or 16 bits per channel (straight alpha, as PNG defines it) or OpenEXR at 32-bit
 // float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The file is

@@ -1,6 +1,7 @@
 #include "host/Scene.h"
 
-#include <OpenImageIO/imageio.h>
+#include "host/ImageIO.h"
+
 #include <nlohmann/json.hpp>
 
 #include <cmath>
@@ -347,11 +348,11 @@ private:
 
     // Only the header is read here; the pixels are loaded when a frame needs them.
     void read_image_size(FootageSource& s, const std::string& path) {
-        auto input = OIIO::ImageInput::open(s.path);
-        if (!input) in_.fail(path, "cannot read image \"" + s.path + "\"");
-        s.width = input->spec().width;
-        s.height = input->spec().height;
-        input->close();
+        try {
+            imageSize(s.path, s.width, s.height);
+        } catch (const ImageIOError&) {
+            in_.fail(path, "cannot read image \"" + s.path + "\"");
+        }
     }
 
     void transform(const Json& j, const std::string& path, Layer& l) {

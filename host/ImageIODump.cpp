@@ -1,0 +1,17 @@
+// Image files in a build without OpenImageIO (the Windows test build): only pixel dumps are
+// read, so scenes refer to the dumps the Linux build decoded their pictures into.
+
+#include "host/ImageDump.h"
+#include "host/ImageIO.h"
+
+namespace host {
+
+Image loadImage(const std::string& path) { return readImageDump(path); }
+
+void imageSize(const std::string& path, int& width, int& height) { readImageDumpSize(path, width, height); }
+
+void saveImage(const Image&, const std::string& path, const SaveOptions&) {
+    throw ImageIOError("cannot write image '" + path + "': this build writes no image files");
+}
+
+}  // namespace host
