@@ -39,6 +39,12 @@ std::ifstream openDump(const std::string& path, int& width, int& height) {
 
 }  // namespace
 
+bool isImageDump(const std::string& path) {
+    std::ifstream file(path, std::ios::binary);
+    char magic[sizeof kMagic];
+    return file.read(magic, sizeof magic) && std::memcmp(magic, kMagic, sizeof kMagic) == 0;
+}
+
 void writeImageDump(const Image& image, const std::string& path) {
     std::string bytes(kMagic, sizeof kMagic);
     putLe32(bytes, std::uint32_t(image.width()));

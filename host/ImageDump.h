@@ -10,6 +10,8 @@
 
 namespace host {
 
+// Whether `path` starts like a pixel dump (false for a missing file).
+bool isImageDump(const std::string& path);
 // Throws ImageIOError naming the file.
 void writeImageDump(const Image& image, const std::string& path);
 Image readImageDump(const std::string& path);

@@ -1,5 +1,7 @@
 #include "host/ImageIO.h"
 
+#include "host/ImageDump.h"
+
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
@@ -87,6 +89,7 @@ std::string temporaryPath(const std::string& path) {
 }  // namespace
 
 Image loadImage(const std::string& path) {
+    if (isImageDump(path)) return readImageDump(path);
     // Ask readers to leave unassociated (straight) alpha as it is in the file.
     OIIO::ImageSpec config;
     config.attribute("oiio:UnassociatedAlpha", 1);
@@ -109,6 +112,7 @@ Image loadImage(const std::string& path) {
 }
 
 void imageSize(const std::string& path, int& width, int& height) {
+    if (isImageDump(path)) return readImageDumpSize(path, width, height);
     auto input = OIIO::ImageInput::open(path);
     if (!input) throw ImageIOError("cannot read image '" + path + "': " + OIIO::geterror());
     width = input->spec().width;

@@ -17,7 +17,8 @@ public:
 };
 
 // Reads PNG, JPEG, TIFF, EXR (anything OpenImageIO reads): integer files normalised to
-// 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied.
+// 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied; and
+// pixel dumps (host/ImageDump.h) as they are.
 Image loadImage(const std::string& path);
 // The size of the picture in `path`, from its header. Throws ImageIOError.
 void imageSize(const std::string& path, int& width, int& height);

@@ -16,7 +16,8 @@ cmake --build "$dir" -j "$(nproc)" --target "${ORBIVANE_WINDOWS_TARGETS:-Orbivan
 
 aex="$dir/Orbivane.aex"
 headers=$(x86_64-w64-mingw32-objdump -p "$aex")
-exports=$(sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' <<<"$headers" | grep -o '\] .*' | cut -c3- | sort -u)
+exports=$(sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' <<<"$headers" |
+          sed -n 's/^[[:space:]]*\[ *[0-9]*\] //p' | sort -u)
 dlls=$(grep -o 'DLL Name: .*' <<<"$headers" | cut -d' ' -f3 | tr 'a-z' 'A-Z' | sort -u)
 fail() { echo "build-windows: $aex: $*" >&2; exit 1; }
 [ "$exports" = "EntryPointFunc" ] || fail "exports '$exports', expected only EntryPointFunc"
