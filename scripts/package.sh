@@ -29,4 +29,5 @@ if [ ! -f "$linux/CMakeCache.txt" ]; then
 fi
 cmake --build "$linux" -j "$(nproc)"
 (cd "$linux" && cpack -G DEB >/dev/null)
+rm -rf dist/_CPack_Packages  # cpack's staging tree
 ls dist/*.deb | sed 's/^/package: /'
