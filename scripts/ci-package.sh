@@ -1,7 +1,7 @@
 #!/usr/bin/env bash
 # ci-package.sh: builds both packages (scripts/package.sh), checks the zip's contents, installs
 # the Debian package with apt-get, runs orbivane-render --version from the installed path (it
-# must load the installed module), and removes the package again.
+# must load the installed module), and purges the package again.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 start=$(date +%s)
@@ -20,6 +20,6 @@ output=$(/usr/bin/orbivane-render --version) || status=$?
 echo "$output"
 grep -q "^module /usr/lib/orbivane/Orbivane.so$" <<<"$output" || { echo "ci-package: not the installed module" >&2; status=1; }
 grep -q "$version" <<<"$output" || { echo "ci-package: version $version not reported" >&2; status=1; }
-$sudo apt-get remove -y -qq orbivane >/dev/null
+$sudo apt-get purge -y -qq orbivane >/dev/null
 echo "== packages checked in $(( $(date +%s) - start )) s"
 exit $status

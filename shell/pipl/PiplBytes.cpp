@@ -2,6 +2,8 @@
 
 #include <string>
 
+#include "AEConfig.h"
+#include "entry.h"
 #include "shell/EffectInfo.h"
 
 namespace pipl {
@@ -9,9 +11,6 @@ namespace pipl {
 namespace {
 
 using Bytes = std::vector<std::uint8_t>;
-
-// AE_Reserved_Info as the SDK's effect templates write it.
-constexpr std::uint32_t kReservedInfo = 8;
 
 // A four-character code as the 32-bit number the resource compiler stores ('8BIM' etc.).
 constexpr std::uint32_t fourCC(const char (&code)[5])
@@ -97,7 +96,7 @@ std::vector<Property> effectProperties()
         {fourCC("eGLO"), word32(std::uint32_t(kOutFlags))},
         {fourCC("eGL2"), word32(std::uint32_t(kOutFlags2))},
         {fourCC("eMNA"), pascalString(kMatchName)},
-        {fourCC("aeFL"), word32(kReservedInfo)},
+        {fourCC("aeFL"), word32(AE_RESERVED_INFO)},
     };
 }
 
