@@ -432,6 +432,25 @@ PF_Err Host::call(CallContext& context, PF_ParamDef** params, PF_LayerDef* outpu
     return err;
 }
 
+namespace {
+
+// The module's PiPL, checked to describe an effect; null when the module has none.
+std::unique_ptr<PiplInfo> modulePipl(const ModuleLibrary& module, const std::string& file) {
+    const auto bytes = module.piplBytes();
+    if (!bytes) return nullptr;
+    PiplInfo info;
+    try {
+        info = parsePipl(*bytes);
+    } catch (const std::exception& e) {
+        throw HostError(file + ": unreadable PiPL: " + e.what());
+    }
+    if (info.kind != fourCC("eFKT"))
+        throw HostError(file + ": the PiPL does not describe an effect (kind is not 'eFKT')");
+    return std::make_unique<PiplInfo>(info);
+}
+
+}  // namespace
+
 void Host::load(const std::string& module_path) {
     if (loaded()) throw HostError("a module is already loaded");
     const std::size_t slash = module_path.find_last_of('/');
@@ -439,26 +458,18 @@ void Host::load(const std::string& module_path) {
 
     pipl_.reset();
     module_ = std::make_unique<ModuleLibrary>(module_path);
-    std::string entry_name;
     try {
-        if (const auto bytes = module_->piplBytes()) {
-            PiplInfo info;
-            try {
-                info = parsePipl(*bytes);
-            } catch (const std::exception& e) {
-                throw HostError(file + ": unreadable PiPL: " + e.what());
-            }
-            if (info.kind != fourCC("eFKT"))
-                throw HostError(file + ": the PiPL does not describe an effect (kind is not 'eFKT')");
-            entry_name = info.entry_point.empty() ? "EffectMain" : info.entry_point;
-            effect_name_ = info.name;
-            pipl_.reset(new PiplInfo(info));
-        } else {
-            message("warning: " + file + " has no " + ModuleLibrary::piplKind() + "; its flags cannot be checked");
-        }
+        pipl_ = modulePipl(*module_, file);
     } catch (...) {
         module_.reset();
         throw;
+    }
+    std::string entry_name;
+    if (pipl_) {
+        entry_name = pipl_->entry_point.empty() ? "EffectMain" : pipl_->entry_point;
+        effect_name_ = pipl_->name;
+    } else {
+        message("warning: " + file + " has no " + ModuleLibrary::piplKind() + "; its flags cannot be checked");
     }
     if (effect_name_.empty()) effect_name_ = file.substr(0, file.find('.'));
 
