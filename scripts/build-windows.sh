@@ -18,7 +18,7 @@ aex="$dir/Orbivane.aex"
 headers=$(x86_64-w64-mingw32-objdump -p "$aex")
 exports=$(sed -n '/\[Ordinal\/Name Pointer\] Table/,/^$/p' <<<"$headers" |
           sed -n 's/^[[:space:]]*\[ *[0-9]*\] //p' | sort -u)
-dlls=$(grep -o 'DLL Name: .*' <<<"$headers" | cut -d' ' -f3 | tr 'a-z' 'A-Z' | sort -u)
+dlls=$(grep -o 'DLL Name: .*' <<<"$headers" | cut -d' ' -f3 | tr '[:lower:]' '[:upper:]' | sort -u)
 fail() { echo "build-windows: $aex: $*" >&2; exit 1; }
 [ "$exports" = "EntryPointFunc" ] || fail "exports '$exports', expected only EntryPointFunc"
 for dll in $dlls; do
@@ -33,4 +33,4 @@ trap 'rm -f "$rsrc"' EXIT
 x86_64-w64-mingw32-objcopy -O binary -j .rsrc "$aex" "$rsrc"
 tr -d '\000' <"$rsrc" | grep -aq 'PIPL' || fail "has no PiPL resource"
 grep -aq 'MIB8dnik' "$rsrc" || fail "its PiPL resource is not a property list"
-echo "build-windows: $aex ($(stat -c %s "$aex") bytes): exports EntryPointFunc only; imports" $dlls
+echo "build-windows: $aex ($(stat -c %s "$aex") bytes): exports EntryPointFunc only; imports $(echo $dlls)"

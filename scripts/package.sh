@@ -30,4 +30,4 @@ fi
 cmake --build "$linux" -j "$(nproc)"
 (cd "$linux" && cpack -G DEB >/dev/null)
 rm -rf dist/_CPack_Packages  # cpack's staging tree
-ls dist/*.deb | sed 's/^/package: /'
+echo "package: dist/orbivane_${version}_$(dpkg --print-architecture).deb"
