@@ -33,4 +33,4 @@ trap 'rm -f "$rsrc"' EXIT
 x86_64-w64-mingw32-objcopy -O binary -j .rsrc "$aex" "$rsrc"
 tr -d '\000' <"$rsrc" | grep -aq 'PIPL' || fail "has no PiPL resource"
 grep -aq 'MIB8dnik' "$rsrc" || fail "its PiPL resource is not a property list"
-echo "build-windows: $aex ($(stat -c %s "$aex") bytes): exports EntryPointFunc only; imports $(echo $dlls)"
+echo "build-windows: $aex ($(stat -c %s "$aex") bytes): exports EntryPointFunc only; imports $(tr '\n' ' ' <<<"$dlls")"
