@@ -26,6 +26,7 @@ std::vector<std::string> moduleCandidates(const ModuleSearch& search) {
     if (!search.program_dir.empty()) {
         out.push_back(search.program_dir + "/Orbivane.so");
         out.push_back(search.program_dir + "/../Orbivane.so");
+        out.push_back(search.program_dir + "/../lib/orbivane/Orbivane.so");  // installed layout
     }
     if (!search.built_path.empty()) out.push_back(search.built_path);
     return out;

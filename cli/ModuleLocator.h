@@ -14,8 +14,8 @@ struct ModuleSearch {
 };
 
 // The places looked at, in order, when neither --module nor $ORBIVANE_MODULE is given:
-// next to the program, its parent folder (the build tree keeps the program in cli/), then the
-// build's own module.
+// next to the program, its parent folder (the build tree keeps the program in cli/), the
+// installed layout (bin/orbivane-render, lib/orbivane/Orbivane.so), then the build's own module.
 std::vector<std::string> moduleCandidates(const ModuleSearch& search);
 
 // The module to load. Throws CliError (module failure) naming what was tried.

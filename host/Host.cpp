@@ -1,7 +1,5 @@
 #include "host/Host.h"
 
-#include <dlfcn.h>
-
 #include <atomic>
 #include <cmath>
 #include <cstring>
@@ -16,6 +14,7 @@
 #include "host/HandleHeap.h"
 #include "host/HostInternals.h"
 #include "host/LayerPixels.h"
+#include "host/ModuleLibrary.h"
 #include "host/ParamStore.h"
 #include "host/Pipl.h"
 #include "host/SamplerCache.h"
@@ -433,40 +432,54 @@ PF_Err Host::call(CallContext& context, PF_ParamDef** params, PF_LayerDef* outpu
     return err;
 }
 
+namespace {
+
+// The module's PiPL, checked to describe an effect; null when the module has none.
+std::unique_ptr<PiplInfo> modulePipl(const ModuleLibrary& module, const std::string& file) {
+    const auto bytes = module.piplBytes();
+    if (!bytes) return nullptr;
+    PiplInfo info;
+    try {
+        info = parsePipl(*bytes);
+    } catch (const std::exception& e) {
+        throw HostError(file + ": unreadable PiPL: " + e.what());
+    }
+    if (info.kind != fourCC("eFKT"))
+        throw HostError(file + ": the PiPL does not describe an effect (kind is not 'eFKT')");
+    return std::make_unique<PiplInfo>(info);
+}
+
+}  // namespace
+
 void Host::load(const std::string& module_path) {
     if (loaded()) throw HostError("a module is already loaded");
     const std::size_t slash = module_path.find_last_of('/');
     const std::string file = slash == std::string::npos ? module_path : module_path.substr(slash + 1);
 
     pipl_.reset();
-    const std::string sidecar = findPiplSidecar(module_path);
+    module_ = std::make_unique<ModuleLibrary>(module_path);
+    try {
+        pipl_ = modulePipl(*module_, file);
+    } catch (...) {
+        module_.reset();
+        throw;
+    }
     std::string entry_name;
-    if (!sidecar.empty()) {
-        PiplInfo info;
-        try {
-            info = readPiplFile(sidecar);
-        } catch (const std::exception& e) {
-            throw HostError(file + ": unreadable PiPL: " + e.what());
-        }
-        if (info.kind != fourCC("eFKT")) throw HostError(file + ": the PiPL does not describe an effect (kind is not 'eFKT')");
-        entry_name = info.entry_point.empty() ? "EffectMain" : info.entry_point;
-        effect_name_ = info.name;
-        pipl_.reset(new PiplInfo(info));
+    if (pipl_) {
+        entry_name = pipl_->entry_point.empty() ? "EffectMain" : pipl_->entry_point;
+        effect_name_ = pipl_->name;
     } else {
-        message("warning: " + file + " has no PiPL sidecar; its flags cannot be checked");
+        message("warning: " + file + " has no " + ModuleLibrary::piplKind() + "; its flags cannot be checked");
     }
     if (effect_name_.empty()) effect_name_ = file.substr(0, file.find('.'));
 
-    module_ = ::dlopen(module_path.c_str(), RTLD_NOW | RTLD_LOCAL);
-    if (!module_) throw HostError(std::string("cannot load ") + module_path + ": " + ::dlerror());
     void* symbol = nullptr;
     for (const char* name : {entry_name.c_str(), "EntryPointFunc", "EffectMain"}) {
-        if (*name && (symbol = ::dlsym(module_, name))) break;
+        if (*name && (symbol = module_->symbol(name))) break;
         if (!entry_name.empty()) break;  // the PiPL names the one entry point to use
     }
     if (!symbol) {
-        ::dlclose(module_);
-        module_ = nullptr;
+        module_.reset();
         throw HostError("After Effects Error: Couldn't find main entry point for " + file + " ( 48 :: 72 )");
     }
     entry_ = reinterpret_cast<PF_FilterProc>(symbol);
@@ -486,8 +499,7 @@ void Host::load(const std::string& module_path) {
             global_data_ = nullptr;
         }
         entry_ = nullptr;
-        ::dlclose(module_);
-        module_ = nullptr;
+        module_.reset();
         throw;
     }
 }
@@ -604,8 +616,7 @@ std::string Host::unload() {
         finish_context(context);
     }
     global_data_ = nullptr;
-    ::dlclose(module_);
-    module_ = nullptr;
+    module_.reset();
     entry_ = nullptr;
     const std::string report = counters_.leaks();
     if (!report.empty()) message(effect_name_ + ": leaks at set-down:\n" + report);

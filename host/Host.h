@@ -39,6 +39,7 @@ class Composition;
 struct Layer;
 class HandleHeap;
 class LayerPixels;
+class ModuleLibrary;
 class ParamStore;
 struct PiplInfo;
 
@@ -165,15 +166,18 @@ public:
     void* layer_handle(int layer_id) const { return layer_handle_ ? layer_handle_(layer_id) : nullptr; }
 
     // --- Module lifetime. ---
-    // dlopen, PiPL check, GLOBAL_SETUP, PARAMS_SETUP. Throws HostError when refused.
+    // Module load (dlopen / LoadLibrary), PiPL check, GLOBAL_SETUP, PARAMS_SETUP. Throws
+    // HostError when refused.
     void load(const std::string& module_path);
-    // SEQUENCE_SETDOWN, GLOBAL_SETDOWN, dlclose. Returns the leak report (empty when clean).
+    // SEQUENCE_SETDOWN, GLOBAL_SETDOWN, module unload. Returns the leak report (empty when clean).
     std::string unload();
     bool loaded() const { return entry_ != nullptr; }
     const std::string& effect_name() const { return effect_name_; }
     A_u_long module_version() const { return my_version_; }
     PF_OutFlags out_flags() const { return out_flags_; }
     PF_OutFlags2 out_flags2() const { return out_flags2_; }
+    // The loaded module's PiPL (sidecar on Linux, resource on Windows); null when it has none.
+    const PiplInfo* pipl() const { return pipl_.get(); }
 
     // --- Commands. Each returns the module's error; return_msg() holds its message. ---
     PF_Err about();
@@ -276,7 +280,7 @@ private:
     LayerPixelSource pixel_source_;
     std::function<void*(int)> layer_handle_;
 
-    void* module_ = nullptr;
+    std::unique_ptr<ModuleLibrary> module_;
     PF_FilterProc entry_ = nullptr;
     std::string effect_name_;
     A_u_long my_version_ = 0;

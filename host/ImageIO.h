@@ -1,5 +1,6 @@
 #pragma once
-// Reading and writing images through OpenImageIO. Files may hold straight or premultiplied
+// Reading and writing images through OpenImageIO (a build without it reads pixel dumps only,
+// host/ImageDump.h). Files may hold straight or premultiplied
 // alpha; in memory an Image is always straight.
 
 #include "host/Image.h"
@@ -16,7 +17,8 @@ public:
 };
 
 // Reads PNG, JPEG, TIFF, EXR (anything OpenImageIO reads): integer files normalised to
-// 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied.
+// 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied; and
+// pixel dumps (host/ImageDump.h) as they are.
 Image loadImage(const std::string& path);
 
 // The PNG settings of the fastest and of the smallest files.

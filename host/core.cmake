@@ -9,6 +9,7 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/HandleHeap.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParamStore.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Pipl.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/ModuleLibrary.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ErrorNames.cpp
   ${CMAKE_CURRENT_LIST_DIR}/UtilCallbacks.cpp
   ${CMAKE_CURRENT_LIST_DIR}/CoreSuites.cpp

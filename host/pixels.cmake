@@ -6,7 +6,14 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/IterateGeneric.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Image.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GeneratedImages.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/ImageIOLoader.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/ImageDump.cpp)
+if(WIN32)
+  # No OpenImageIO for mingw: the Windows build reads the pixel dumps the Linux build decodes.
+  target_sources(orbivane_host PRIVATE ${CMAKE_CURRENT_LIST_DIR}/ImageIODump.cpp)
+  return()
+endif()
+
+target_sources(orbivane_host PRIVATE ${CMAKE_CURRENT_LIST_DIR}/ImageIOLoader.cpp)
 set_property(SOURCE ${CMAKE_CURRENT_LIST_DIR}/ImageIOLoader.cpp APPEND PROPERTY COMPILE_DEFINITIONS
              ORBIVANE_IMAGEIO_MODULE="$<TARGET_FILE:orbivane_imageio>")
 

@@ -14,4 +14,7 @@
 
 #define AE_ENTRY_POINT "EffectMain"
 
+/* The value of a PiPL's AE_Reserved_Info ('aeFL') property. */
+#define AE_RESERVED_INFO 8
+
 #endif /* ENTRY_H */

@@ -157,11 +157,14 @@ TEST_F(ModuleFiles, ExplicitChoicesAreUsedAsGivenOrRefused) {
     EXPECT_EQ(cli::locateModule(s), (root / "env.so").string());
 }
 
-TEST_F(ModuleFiles, SearchPrefersTheProgramsFolderThenItsParentThenTheBuild) {
+TEST_F(ModuleFiles, SearchPrefersTheProgramsFolderThenItsParentThenTheInstalledLayoutThenTheBuild) {
     cli::ModuleSearch s;
     s.program_dir = (root / "bin").string();
     s.built_path = touch("built.so");
     EXPECT_EQ(cli::locateModule(s), (root / "built.so").string());
+    std::filesystem::create_directories(root / "lib/orbivane");
+    touch("lib/orbivane/Orbivane.so");
+    EXPECT_EQ(cli::locateModule(s), (root / "lib/orbivane/Orbivane.so").string());
     touch("Orbivane.so");
     EXPECT_EQ(cli::locateModule(s), (root / "Orbivane.so").string());
     touch("bin/Orbivane.so");

@@ -203,6 +203,13 @@ TEST(HostApiConstants, AegpValuesTheModuleTestsFor) {
     EXPECT_EQ(AEGP_Label_NUMTYPES, 17);
 }
 
+// The PICA boolean is the one type whose width follows the platform: int32 on Windows.
+#ifdef WIN_ENV
+constexpr std::size_t kSpBooleanSize = 4;
+#else
+constexpr std::size_t kSpBooleanSize = 1;
+#endif
+
 TEST(HostApiConstants, StorageTypesHaveTheHostsWidth) {
     // Enumerated values are stored in these typedefs, never in the enum's own width.
     EXPECT_EQ(sizeof(PF_Boolean), 1u);
@@ -214,7 +221,7 @@ TEST(HostApiConstants, StorageTypesHaveTheHostsWidth) {
     EXPECT_EQ(sizeof(AEGP_LabelID), 1u);
     EXPECT_EQ(sizeof(PF_PixelFormat), 4u);
     EXPECT_EQ(sizeof(A_Boolean), 1u);
-    EXPECT_EQ(sizeof(SPBoolean), 1u);
+    EXPECT_EQ(sizeof(SPBoolean), kSpBooleanSize);
     EXPECT_EQ(sizeof(A_HandleSize), 8u);
     EXPECT_EQ(sizeof(PF_Handle), sizeof(void*));
     EXPECT_EQ(sizeof(AEGP_FourDVal), 32u);

@@ -7,11 +7,50 @@
 #include <cstdio>
 #include <cstring>
 
+#include "AEConfig.h"
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
 #include "AE_Macros.h"
+#include "entry.h"
 
 namespace {
+
+// How many of the configuration's alternatives the compiler saw defined.
+constexpr int kProcessorSwitches = 0
+#ifdef AE_PROC_INTEL
+    + 1
+#endif
+#ifdef AE_PROC_INTELx64
+    + 1
+#endif
+#ifdef AE_PROC_ARM64
+    + 1
+#endif
+    ;
+constexpr int kPlatformSwitches = 0
+#ifdef AE_OS_WIN
+    + 1
+#endif
+#ifdef AE_OS_MAC
+    + 1
+#endif
+    ;
+
+#ifndef AE_LITTLE_ENDIAN
+#error "AEConfig.h must define AE_LITTLE_ENDIAN"
+#endif
+#ifndef DllExport
+#error "entry.h must define DllExport once AEConfig.h is included"
+#endif
+
+TEST(HostApiMacros, ConfigurationPicksOneProcessorAndAtMostOnePlatform) {
+    EXPECT_EQ(kProcessorSwitches, 1);
+#if defined(_WIN32) || defined(__APPLE__)
+    EXPECT_EQ(kPlatformSwitches, 1);
+#else
+    EXPECT_EQ(kPlatformSwitches, 0) << "the Linux build defines no SDK platform switch";
+#endif
+}
 
 int g_calls = 0;
 
@@ -66,8 +105,6 @@ TEST(HostApiMacros, FixedPointConversions) {
     EXPECT_EQ(FLOAT2FIX(-1.0 / 131072.0), -1);
     EXPECT_EQ(FLOAT2FIX(1.25), 0x00014000);
     EXPECT_EQ(FLOAT2FIX(-0.5), -32768);
-    EXPECT_EQ(A_Fixed_ONE, 65536);
-    EXPECT_EQ(A_Fixed_HALF, 32768);
 }
 
 TEST(HostApiMacros, ChannelAndRatioHelpers) {

@@ -1,14 +1,16 @@
-// The resource description written beside the module must agree with what the module
-// reports at global set-up.
+// The PiPL the build writes (the Linux sidecar; the same bytes are the Windows resource) in the
+// layout After Effects reads, and the version the build and the effect both state.
 
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <fstream>
 #include <iterator>
-#include <map>
 #include <string>
+#include <utility>
 #include <vector>
+
+#include "shell/EffectInfo.h"
 
 namespace {
 
@@ -18,12 +20,12 @@ std::uint32_t le32(const std::vector<unsigned char>& b, std::size_t at)
            std::uint32_t(b[at + 3]) << 24;
 }
 
-// Properties by key, read from the little-endian layout.
-std::map<std::string, std::vector<unsigned char>> readProperties(const std::string& path)
+// Properties in stored order: key (as read, not byte-reversed) and data of the stored length.
+std::vector<std::pair<std::string, std::vector<unsigned char>>> readProperties(const std::string& path)
 {
     std::ifstream file(path, std::ios::binary);
     const std::vector<unsigned char> b((std::istreambuf_iterator<char>(file)), std::istreambuf_iterator<char>());
-    std::map<std::string, std::vector<unsigned char>> props;
+    std::vector<std::pair<std::string, std::vector<unsigned char>>> props;
     if (b.size() < 10 || b[0] != 1 || b[1] != 0) {
         return props;
     }
@@ -33,28 +35,39 @@ std::map<std::string, std::vector<unsigned char>> readProperties(const std::stri
         EXPECT_EQ(std::string(b.begin() + at, b.begin() + at + 4), "MIB8");
         const std::string key(b.rbegin() + (b.size() - at - 8), b.rbegin() + (b.size() - at - 4));
         const std::uint32_t length = le32(b, at + 12);
-        EXPECT_EQ(length % 4, 0u) << key;
-        props[key] = std::vector<unsigned char>(b.begin() + at + 16, b.begin() + at + 16 + length);
-        at += 16 + length;
+        props.emplace_back(key, std::vector<unsigned char>(b.begin() + at + 16, b.begin() + at + 16 + length));
+        at += 16 + (length + 3) / 4 * 4;
     }
     EXPECT_EQ(at, b.size());
     return props;
 }
 
-TEST(ResourceDescription, AgreesWithTheModule)
+TEST(ResourceDescription, ListsAnEffectsPropertiesInTheHostsOrder)
 {
-    auto props = readProperties(std::string(ORBIVANE_BINARY_DIR) + "/Orbivane.pipl");
-    ASSERT_FALSE(props.empty());
-    EXPECT_EQ(le32(props["kind"], 0), 0x65464B54u);  // 'eFKT'
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(props["8664"].data())), "EntryPointFunc");
-    const auto& name = props["name"];
-    EXPECT_EQ(std::string(name.begin() + 1, name.begin() + 1 + name[0]), "Orbivane");
-    EXPECT_EQ(le32(props["eVER"], 0), 0x8B601u);
-    EXPECT_EQ(le32(props["eGLO"], 0), 0x02000001u);
-    EXPECT_EQ(le32(props["eGL2"], 0), 0x08001406u);
-    EXPECT_EQ(le32(props["eSVR"], 0), 13u | 29u << 16);
-    EXPECT_FALSE(props["eMNA"].empty());
-    EXPECT_FALSE(props["catg"].empty());
+    const auto props = readProperties(std::string(ORBIVANE_BINARY_DIR) + "/Orbivane.pipl");
+    std::vector<std::string> keys;
+    for (const auto& p : props) {
+        keys.push_back(p.first);
+    }
+    EXPECT_EQ(keys, (std::vector<std::string>{"kind", "name", "catg", "8664", "ePVR", "eSVR", "eVER", "eINF",
+                                              "eGLO", "eGL2", "eMNA", "aeFL"}));
+    ASSERT_EQ(props.size(), 12u);
+    EXPECT_EQ(le32(props[0].second, 0), 0x65464B54u);  // 'eFKT'
+    EXPECT_EQ(std::string(reinterpret_cast<const char*>(props[3].second.data())), "EntryPointFunc");
+    EXPECT_EQ(le32(props[4].second, 0), 2u) << "PiPL version 2.0";
+    EXPECT_EQ(le32(props[5].second, 0), 13u | 29u << 16);
+    EXPECT_EQ(props[7].second, (std::vector<unsigned char>{0, 0})) << "info flags: 16 bits, stored length 2";
+    EXPECT_EQ(le32(props[11].second, 0), 8u) << "AE_Reserved_Info";
+    const auto& category = props[2].second;
+    EXPECT_EQ(std::string(category.begin() + 1, category.begin() + 1 + category[0]), "Orbivane");
+}
+
+TEST(ResourceDescription, BuildVersionIsTheEffectsVersion)
+{
+    const std::string effect = std::to_string(effect_info::kMajorVersion) + "." +
+                               std::to_string(effect_info::kMinorVersion) + "." +
+                               std::to_string(effect_info::kBugVersion);
+    EXPECT_EQ(effect, ORBIVANE_PROJECT_VERSION) << "project(... VERSION) and shell/EffectInfo.h disagree";
 }
 
 }  // namespace
