@@ -149,15 +149,6 @@ TEST(PrimaryRayCoverage, FullyCoveredPixelIsShadedWithTheLastCornerRay)
     EXPECT_NEAR(p.red, nearFaceU(5.0 / 6.0, 60.0), 1e-5);
     EXPECT_NEAR(p.green, (4.0 + 5.0 / 6.0 - 4.5) / 1000.0 + 0.5, 1e-6);  // centre: 0.5
     EXPECT_EQ(p.blue, 0.0f);
-
-    // The dropped centre hit of a thin cylinder leaves its pixel transparent black.
-    scene.setCylinder(0.2f, 0.0f);
-    scene.setImageCenter(10.5f, 0.5f);
-    scene.allocateOutput<PF_PixelFloat>(21, 1);
-    ASSERT_EQ(scene.render<PF_PixelFloat>(), PF_Err_NONE);
-    EXPECT_EQ(scene.pixel<PF_PixelFloat>(10, 0).alpha, 0.0f);
-    EXPECT_EQ(scene.pixel<PF_PixelFloat>(10, 0).red, 0.0f);
-    EXPECT_EQ(scene.pixel<PF_PixelFloat>(10, 0).green, 0.0f);
 }
 
 // --- Render side and face order ------------------------------------------------------------
