@@ -1,5 +1,4 @@
 #include <cmath>
-#include <cstring>
 #include <type_traits>
 
 #include <gtest/gtest.h>
@@ -263,21 +262,6 @@ TEST(PrimaryRayOutput, IntegerDepthsTruncateAndClampFloatPassesThrough)
 }
 
 // --- Callback contract -----------------------------------------------------------------------
-
-TEST(PrimaryRayCallback, NegativeThreadIndexWritesNothing)
-{
-    TraceScene scene(8);
-    scene.setFacingCamera(100.0f, true, 100.0f);
-    scene.setImageCenter(1.0f, 1.0f);
-    scene.allocateOutput<PF_Pixel>(2, 2);
-    const PF_Pixel before = scene.pixel<PF_Pixel>(1, 1);
-    EXPECT_EQ(RayTrace_PixelCallback<PF_Pixel>(&scene.info(), -1, 3, 4), PF_Err_NONE);
-    const PF_Pixel after = scene.pixel<PF_Pixel>(1, 1);
-    EXPECT_EQ(std::memcmp(&before, &after, sizeof before), 0);
-
-    EXPECT_EQ(RayTrace_PixelCallback<PF_Pixel>(&scene.info(), 0, 3, 4), PF_Err_NONE);
-    EXPECT_EQ(scene.pixel<PF_Pixel>(1, 1).alpha, 255);
-}
 
 TEST(PrimaryRayCallback, MissingSamplingSuiteIsReturnedNotThrown)
 {
