@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <cstring>
+#include <initializer_list>
 #include <string>
 
 #include "AE_Effect.h"
@@ -16,44 +17,43 @@
 
 namespace {
 
+// One row per constant: its name (for the failure message), its value and the host's value.
+struct Named {
+    const char* name;
+    long long value, expected;
+};
+#define HOSTAPI_VALUE(N, V) Named{#N, static_cast<long long>(N), V}
+
+void expectValues(std::initializer_list<Named> values)
+{
+    for (const Named& v : values) {
+        EXPECT_EQ(v.value, v.expected) << v.name;
+    }
+}
+
 TEST(HostApiConstants, CommandCodesMatchTheHostsNumbering) {
-    EXPECT_EQ(PF_Cmd_ABOUT, 0);
-    EXPECT_EQ(PF_Cmd_GLOBAL_SETUP, 1);
-    EXPECT_EQ(PF_Cmd_GLOBAL_SETDOWN, 3);
-    EXPECT_EQ(PF_Cmd_PARAMS_SETUP, 4);
-    EXPECT_EQ(PF_Cmd_SEQUENCE_SETUP, 5);
-    EXPECT_EQ(PF_Cmd_SEQUENCE_SETDOWN, 8);
-    EXPECT_EQ(PF_Cmd_RENDER, 11);
-    EXPECT_EQ(PF_Cmd_USER_CHANGED_PARAM, 13);
-    EXPECT_EQ(PF_Cmd_UPDATE_PARAMS_UI, 14);
-    EXPECT_EQ(PF_Cmd_COMPLETELY_GENERAL, 17);
-    EXPECT_EQ(PF_Cmd_SMART_PRE_RENDER, 23);
-    EXPECT_EQ(PF_Cmd_SMART_RENDER, 24);
-    EXPECT_EQ(PF_Cmd_RESERVED2, 26);
-    EXPECT_EQ(PF_Cmd_GET_FLATTENED_SEQUENCE_DATA, 28);
-    EXPECT_EQ(PF_Cmd_SMART_RENDER_GPU, 31);
-    EXPECT_EQ(PF_Cmd_GPU_DEVICE_SETDOWN, 33);
-    EXPECT_EQ(PF_Cmd_NUM_CMDS, 34);
+    expectValues({HOSTAPI_VALUE(PF_Cmd_ABOUT, 0), HOSTAPI_VALUE(PF_Cmd_GLOBAL_SETUP, 1),
+                  HOSTAPI_VALUE(PF_Cmd_GLOBAL_SETDOWN, 3), HOSTAPI_VALUE(PF_Cmd_PARAMS_SETUP, 4),
+                  HOSTAPI_VALUE(PF_Cmd_SEQUENCE_SETUP, 5), HOSTAPI_VALUE(PF_Cmd_SEQUENCE_SETDOWN, 8),
+                  HOSTAPI_VALUE(PF_Cmd_RENDER, 11), HOSTAPI_VALUE(PF_Cmd_USER_CHANGED_PARAM, 13),
+                  HOSTAPI_VALUE(PF_Cmd_UPDATE_PARAMS_UI, 14), HOSTAPI_VALUE(PF_Cmd_COMPLETELY_GENERAL, 17),
+                  HOSTAPI_VALUE(PF_Cmd_SMART_PRE_RENDER, 23), HOSTAPI_VALUE(PF_Cmd_SMART_RENDER, 24),
+                  HOSTAPI_VALUE(PF_Cmd_RESERVED2, 26), HOSTAPI_VALUE(PF_Cmd_GET_FLATTENED_SEQUENCE_DATA, 28),
+                  HOSTAPI_VALUE(PF_Cmd_SMART_RENDER_GPU, 31), HOSTAPI_VALUE(PF_Cmd_GPU_DEVICE_SETDOWN, 33),
+                  HOSTAPI_VALUE(PF_Cmd_NUM_CMDS, 34)});
 }
 
 TEST(HostApiConstants, ErrorCodesStartAtTheFirstEffectError) {
-    EXPECT_EQ(PF_Err_NONE, 0);
-    EXPECT_EQ(PF_Err_OUT_OF_MEMORY, A_Err_ALLOC);
-    EXPECT_EQ(PF_Err_OUT_OF_MEMORY, 4);
-    EXPECT_EQ(PF_Err_INTERNAL_STRUCT_DAMAGED, 512);
-    EXPECT_EQ(PF_Err_INVALID_INDEX, 513);
-    EXPECT_EQ(PF_Err_UNRECOGNIZED_PARAM_TYPE, 514);
-    EXPECT_EQ(PF_Err_INVALID_CALLBACK, 515);
-    EXPECT_EQ(PF_Err_BAD_CALLBACK_PARAM, 516);
-    EXPECT_EQ(PF_Interrupt_CANCEL, 517);
-    EXPECT_EQ(PF_Err_CANNOT_PARSE_KEYFRAME_TEXT, 518);
-    EXPECT_EQ(A_Err_WRONG_THREAD, 5);
-    EXPECT_EQ(A_Err_MISSING_SUITE, 13);
-    EXPECT_EQ(A_Err_NOT_IN_CACHE_OR_COMPUTE_PENDING, 22);
-    EXPECT_EQ(A_Err_LAST, 25);
-    // 'S!Fd' read as a big-endian four-character constant.
-    EXPECT_EQ(kSPSuiteNotFoundError, ('S' << 24) | ('!' << 16) | ('F' << 8) | 'd');
-    EXPECT_EQ(kSPNoError, 0);
+    expectValues({HOSTAPI_VALUE(PF_Err_NONE, 0), HOSTAPI_VALUE(PF_Err_OUT_OF_MEMORY, A_Err_ALLOC),
+                  HOSTAPI_VALUE(PF_Err_OUT_OF_MEMORY, 4), HOSTAPI_VALUE(PF_Err_INTERNAL_STRUCT_DAMAGED, 512),
+                  HOSTAPI_VALUE(PF_Err_INVALID_INDEX, 513), HOSTAPI_VALUE(PF_Err_UNRECOGNIZED_PARAM_TYPE, 514),
+                  HOSTAPI_VALUE(PF_Err_INVALID_CALLBACK, 515), HOSTAPI_VALUE(PF_Err_BAD_CALLBACK_PARAM, 516),
+                  HOSTAPI_VALUE(PF_Interrupt_CANCEL, 517), HOSTAPI_VALUE(PF_Err_CANNOT_PARSE_KEYFRAME_TEXT, 518),
+                  HOSTAPI_VALUE(A_Err_WRONG_THREAD, 5), HOSTAPI_VALUE(A_Err_MISSING_SUITE, 13),
+                  HOSTAPI_VALUE(A_Err_NOT_IN_CACHE_OR_COMPUTE_PENDING, 22), HOSTAPI_VALUE(A_Err_LAST, 25),
+                  // 'S!Fd' read as a big-endian four-character constant.
+                  HOSTAPI_VALUE(kSPSuiteNotFoundError, ('S' << 24) | ('!' << 16) | ('F' << 8) | 'd'),
+                  HOSTAPI_VALUE(kSPNoError, 0)});
 }
 
 // The module reports exactly these words at global setup; they must equal its resource
@@ -63,47 +63,35 @@ TEST(HostApiConstants, OutFlagsComposeToTheModulesWords) {
     const A_long out_flags2 = PF_OutFlag2_SUPPORTS_THREADED_RENDERING |
                               PF_OutFlag2_FLOAT_COLOR_AWARE | PF_OutFlag2_SUPPORTS_SMART_RENDER |
                               PF_OutFlag2_I_USE_3D_LIGHTS | PF_OutFlag2_I_USE_3D_CAMERA;
-    EXPECT_EQ(out_flags, 0x02000001);
-    EXPECT_EQ(out_flags2, 0x08001406);
-
-    EXPECT_EQ(PF_OutFlag_SEND_UPDATE_PARAMS_UI, 0x04000000);
-    EXPECT_EQ(PF_OutFlag_FORCE_RERENDER, 0x00400000);
-    EXPECT_EQ(PF_OutFlag_REFRESH_UI, 0x00020000);
-    EXPECT_EQ(PF_OutFlag_DISPLAY_ERROR_MESSAGE, 0x100);
-    EXPECT_EQ(static_cast<A_u_long>(PF_OutFlag_AUDIO_EFFECT_ONLY), 0x80000000u);
-    EXPECT_EQ(PF_OutFlag2_AE13_5_THREADSAFE, 0x00400000);
-    EXPECT_EQ(PF_OutFlag2_SUPPORTS_DIRECTX_RENDERING, 0x20000000);
+    expectValues({HOSTAPI_VALUE(out_flags, 0x02000001), HOSTAPI_VALUE(out_flags2, 0x08001406),
+                  HOSTAPI_VALUE(PF_OutFlag_SEND_UPDATE_PARAMS_UI, 0x04000000),
+                  HOSTAPI_VALUE(PF_OutFlag_FORCE_RERENDER, 0x00400000), HOSTAPI_VALUE(PF_OutFlag_REFRESH_UI, 0x00020000),
+                  HOSTAPI_VALUE(PF_OutFlag_DISPLAY_ERROR_MESSAGE, 0x100),
+                  HOSTAPI_VALUE(static_cast<A_u_long>(PF_OutFlag_AUDIO_EFFECT_ONLY), 0x80000000u),
+                  HOSTAPI_VALUE(PF_OutFlag2_AE13_5_THREADSAFE, 0x00400000),
+                  HOSTAPI_VALUE(PF_OutFlag2_SUPPORTS_DIRECTX_RENDERING, 0x20000000)});
 }
 
 TEST(HostApiConstants, ParameterAndInterfaceFlags) {
-    EXPECT_EQ(PF_ParamFlag_CANNOT_TIME_VARY, 2);
-    EXPECT_EQ(PF_ParamFlag_SUPERVISE, 64);
-    EXPECT_EQ(PF_ParamFlag_START_COLLAPSED, PF_ParamFlag_COLLAPSE_TWIRLY);
-    EXPECT_EQ(PF_ParamFlag_LAYER_PARAM_IS_TRACKMATTE, PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS);
-    EXPECT_EQ(static_cast<A_u_long>(PF_ParamFlags_ALL), 0xffffffffu);
-    EXPECT_EQ(PF_PUI_DISABLED, 0x20);
-    EXPECT_EQ(PF_PUI_INVISIBLE, 0x200);
-    EXPECT_EQ(PF_ChangeFlag_CHANGED_VALUE, 1);
-    EXPECT_EQ(PF_Param_LAYER, 0);
-    EXPECT_EQ(PF_Param_FIX_SLIDER, 2);
-    EXPECT_EQ(PF_Param_POPUP, 7);
-    EXPECT_EQ(PF_Param_FLOAT_SLIDER, 10);
-    EXPECT_EQ(PF_Param_GROUP_START, 13);
-    EXPECT_EQ(PF_Param_GROUP_END, 14);
-    EXPECT_EQ(PF_Param_POINT_3D, 18);
-    EXPECT_EQ(PF_LayerDefault_MYSELF, -1);
-    EXPECT_EQ(PF_WorldFlag_DEEP, 1);
-    EXPECT_EQ(PF_MAX_CHAN16, 32768);
+    expectValues({HOSTAPI_VALUE(PF_ParamFlag_CANNOT_TIME_VARY, 2), HOSTAPI_VALUE(PF_ParamFlag_SUPERVISE, 64),
+                  HOSTAPI_VALUE(PF_ParamFlag_START_COLLAPSED, PF_ParamFlag_COLLAPSE_TWIRLY),
+                  HOSTAPI_VALUE(PF_ParamFlag_LAYER_PARAM_IS_TRACKMATTE, PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS),
+                  HOSTAPI_VALUE(static_cast<A_u_long>(PF_ParamFlags_ALL), 0xffffffffu),
+                  HOSTAPI_VALUE(PF_PUI_DISABLED, 0x20), HOSTAPI_VALUE(PF_PUI_INVISIBLE, 0x200),
+                  HOSTAPI_VALUE(PF_ChangeFlag_CHANGED_VALUE, 1), HOSTAPI_VALUE(PF_Param_LAYER, 0),
+                  HOSTAPI_VALUE(PF_Param_FIX_SLIDER, 2), HOSTAPI_VALUE(PF_Param_POPUP, 7),
+                  HOSTAPI_VALUE(PF_Param_FLOAT_SLIDER, 10), HOSTAPI_VALUE(PF_Param_GROUP_START, 13),
+                  HOSTAPI_VALUE(PF_Param_GROUP_END, 14), HOSTAPI_VALUE(PF_Param_POINT_3D, 18),
+                  HOSTAPI_VALUE(PF_LayerDefault_MYSELF, -1), HOSTAPI_VALUE(PF_WorldFlag_DEEP, 1),
+                  HOSTAPI_VALUE(PF_MAX_CHAN16, 32768)});
 }
 
 // Formats are packed with the first character in the lowest byte.
 TEST(HostApiConstants, PixelFormatsAreLittleEndianFourCCs) {
-    EXPECT_EQ(PF_PixelFormat_ARGB32, 0x62677261);
-    EXPECT_EQ(PF_PixelFormat_ARGB64, 0x36316561);
-    EXPECT_EQ(PF_PixelFormat_ARGB128, 0x32336561);
-    EXPECT_EQ(PF_PixelFormat_INVALID, 0x66646162);
-    EXPECT_EQ(PF_PixelFormat_GPU_BGRA128, 0x41444340);
-    EXPECT_EQ(PF_PixelFormat_BGRA32, 0x61726762);
+    expectValues({HOSTAPI_VALUE(PF_PixelFormat_ARGB32, 0x62677261), HOSTAPI_VALUE(PF_PixelFormat_ARGB64, 0x36316561),
+                  HOSTAPI_VALUE(PF_PixelFormat_ARGB128, 0x32336561), HOSTAPI_VALUE(PF_PixelFormat_INVALID, 0x66646162),
+                  HOSTAPI_VALUE(PF_PixelFormat_GPU_BGRA128, 0x41444340),
+                  HOSTAPI_VALUE(PF_PixelFormat_BGRA32, 0x61726762)});
 
     const char argb[4] = {'a', 'r', 'g', 'b'};
     A_u_long in_memory = 0;
@@ -172,35 +160,23 @@ TEST(HostApiConstants, SuitesAreLookedUpByTheHostsNamesAndVersions) {
 }
 
 TEST(HostApiConstants, AegpValuesTheModuleTestsFor) {
-    EXPECT_EQ(AEGP_LayerStream_ZOOM, 11);
-    EXPECT_EQ(AEGP_LayerStream_DEPTH_OF_FIELD, 12);
-    EXPECT_EQ(AEGP_LayerStream_FOCUS_DISTANCE, 13);
-    EXPECT_EQ(AEGP_LayerStream_APERTURE, 14);
-    EXPECT_EQ(AEGP_LayerStream_BLUR_LEVEL, 15);
-    EXPECT_EQ(AEGP_LayerStream_INTENSITY, 16);
-    EXPECT_EQ(AEGP_LayerStream_COLOR, 17);
-    EXPECT_EQ(AEGP_LayerStream_CONE_ANGLE, 18);
-    EXPECT_EQ(AEGP_LayerStream_CONE_FEATHER, 19);
-    EXPECT_EQ(AEGP_LayerStream_SHADOW_DARKNESS, 20);
-    EXPECT_EQ(AEGP_LayerStream_SHADOW_DIFFUSION, 21);
-    EXPECT_EQ(AEGP_LayerStream_CASTS_SHADOWS, 28);
-    EXPECT_EQ(AEGP_LayerStream_ROTATE_Z, AEGP_LayerStream_ROTATION);
-    EXPECT_EQ(AEGP_LayerStream_SHADOW_COLOR, 59);
-    EXPECT_EQ(AEGP_LayerStream_END, 60);
-    EXPECT_EQ(AEGP_MaskStream_END, 404);
-
-    EXPECT_EQ(AEGP_ObjectType_LIGHT, 1);
-    EXPECT_EQ(AEGP_ObjectType_CAMERA, 2);
-    EXPECT_EQ(AEGP_LayerFlag_VIDEO_ACTIVE, 1);
-    EXPECT_EQ(AEGP_LayerFlag_LAYER_IS_3D, 0x800);
-    EXPECT_EQ(AEGP_LTimeMode_CompTime, 1);
-    EXPECT_EQ(AEGP_CameraType_PERSPECTIVE, 0);
-    EXPECT_EQ(AEGP_LightType_AMBIENT, 3);
-    EXPECT_EQ(AEGP_DynStreamFlag_HIDDEN, 2);
-    EXPECT_EQ(AEGP_StreamType_OneD, 5);
-    EXPECT_EQ(AEGP_StreamType_LAYER_ID, 9);
-    EXPECT_EQ(AEGP_Label_16, 16);
-    EXPECT_EQ(AEGP_Label_NUMTYPES, 17);
+    expectValues({HOSTAPI_VALUE(AEGP_LayerStream_ZOOM, 11), HOSTAPI_VALUE(AEGP_LayerStream_DEPTH_OF_FIELD, 12),
+                  HOSTAPI_VALUE(AEGP_LayerStream_FOCUS_DISTANCE, 13), HOSTAPI_VALUE(AEGP_LayerStream_APERTURE, 14),
+                  HOSTAPI_VALUE(AEGP_LayerStream_BLUR_LEVEL, 15), HOSTAPI_VALUE(AEGP_LayerStream_INTENSITY, 16),
+                  HOSTAPI_VALUE(AEGP_LayerStream_COLOR, 17), HOSTAPI_VALUE(AEGP_LayerStream_CONE_ANGLE, 18),
+                  HOSTAPI_VALUE(AEGP_LayerStream_CONE_FEATHER, 19),
+                  HOSTAPI_VALUE(AEGP_LayerStream_SHADOW_DARKNESS, 20),
+                  HOSTAPI_VALUE(AEGP_LayerStream_SHADOW_DIFFUSION, 21),
+                  HOSTAPI_VALUE(AEGP_LayerStream_CASTS_SHADOWS, 28),
+                  HOSTAPI_VALUE(AEGP_LayerStream_ROTATE_Z, AEGP_LayerStream_ROTATION),
+                  HOSTAPI_VALUE(AEGP_LayerStream_SHADOW_COLOR, 59), HOSTAPI_VALUE(AEGP_LayerStream_END, 60),
+                  HOSTAPI_VALUE(AEGP_MaskStream_END, 404), HOSTAPI_VALUE(AEGP_ObjectType_LIGHT, 1),
+                  HOSTAPI_VALUE(AEGP_ObjectType_CAMERA, 2), HOSTAPI_VALUE(AEGP_LayerFlag_VIDEO_ACTIVE, 1),
+                  HOSTAPI_VALUE(AEGP_LayerFlag_LAYER_IS_3D, 0x800), HOSTAPI_VALUE(AEGP_LTimeMode_CompTime, 1),
+                  HOSTAPI_VALUE(AEGP_CameraType_PERSPECTIVE, 0), HOSTAPI_VALUE(AEGP_LightType_AMBIENT, 3),
+                  HOSTAPI_VALUE(AEGP_DynStreamFlag_HIDDEN, 2), HOSTAPI_VALUE(AEGP_StreamType_OneD, 5),
+                  HOSTAPI_VALUE(AEGP_StreamType_LAYER_ID, 9), HOSTAPI_VALUE(AEGP_Label_16, 16),
+                  HOSTAPI_VALUE(AEGP_Label_NUMTYPES, 17)});
 }
 
 // The PICA boolean is the one type whose width follows the platform: int32 on Windows.
@@ -212,19 +188,13 @@ constexpr std::size_t kSpBooleanSize = 1;
 
 TEST(HostApiConstants, StorageTypesHaveTheHostsWidth) {
     // Enumerated values are stored in these typedefs, never in the enum's own width.
-    EXPECT_EQ(sizeof(PF_Boolean), 1u);
-    EXPECT_EQ(sizeof(PF_Precision), 2u);
-    EXPECT_EQ(sizeof(PF_ValueDisplayFlags), 2u);
-    EXPECT_EQ(sizeof(PF_RenderOutputFlags), 2u);
-    EXPECT_EQ(sizeof(AEGP_LTimeMode), 2u);
-    EXPECT_EQ(sizeof(AEGP_ItemType), 2u);
-    EXPECT_EQ(sizeof(AEGP_LabelID), 1u);
-    EXPECT_EQ(sizeof(PF_PixelFormat), 4u);
-    EXPECT_EQ(sizeof(A_Boolean), 1u);
-    EXPECT_EQ(sizeof(SPBoolean), kSpBooleanSize);
-    EXPECT_EQ(sizeof(A_HandleSize), 8u);
-    EXPECT_EQ(sizeof(PF_Handle), sizeof(void*));
-    EXPECT_EQ(sizeof(AEGP_FourDVal), 32u);
+    expectValues({HOSTAPI_VALUE(sizeof(PF_Boolean), 1), HOSTAPI_VALUE(sizeof(PF_Precision), 2),
+                  HOSTAPI_VALUE(sizeof(PF_ValueDisplayFlags), 2), HOSTAPI_VALUE(sizeof(PF_RenderOutputFlags), 2),
+                  HOSTAPI_VALUE(sizeof(AEGP_LTimeMode), 2), HOSTAPI_VALUE(sizeof(AEGP_ItemType), 2),
+                  HOSTAPI_VALUE(sizeof(AEGP_LabelID), 1), HOSTAPI_VALUE(sizeof(PF_PixelFormat), 4),
+                  HOSTAPI_VALUE(sizeof(A_Boolean), 1), HOSTAPI_VALUE(sizeof(SPBoolean), kSpBooleanSize),
+                  HOSTAPI_VALUE(sizeof(A_HandleSize), 8), HOSTAPI_VALUE(sizeof(PF_Handle), sizeof(void*)),
+                  HOSTAPI_VALUE(sizeof(AEGP_FourDVal), 32)});
 }
 
 }  // namespace

@@ -54,27 +54,18 @@ TEST(PixelFromFloat, FloatIsUnclamped) {
     EXPECT_TRUE(std::isnan(channelFromFloat<PF_PixelFloat>(kNaN)));
 }
 
+// The channel values are held by the tables above; here only that no channel is swapped, in
+// each direction of the shared per-channel conversion.
 TEST(PixelConvert, ChannelsKeepTheirNamesBothWays) {
     const PF_PixelFloat f8 = toFloatPixel(PF_Pixel{255, 0, 51, 102});
     EXPECT_EQ(f8.alpha, 1.0f);
     EXPECT_EQ(f8.red, 0.0f);
     EXPECT_FLOAT_EQ(f8.green, 0.2f);
     EXPECT_FLOAT_EQ(f8.blue, 0.4f);
-    const PF_PixelFloat f16 = PixelTraits<PF_Pixel16>::toFloat(PF_Pixel16{32768, 8192, 16384, 0});
-    EXPECT_EQ(f16.alpha, 1.0f);
-    EXPECT_EQ(f16.red, 0.25f);
-    EXPECT_EQ(f16.green, 0.5f);
-    EXPECT_EQ(f16.blue, 0.0f);
-
-    const PF_Pixel p8 = fromFloatPixel<PF_Pixel>(PF_PixelFloat{1.0f, 0.999f, -0.1f, kNaN});
-    EXPECT_EQ(p8.alpha, 255);
-    EXPECT_EQ(p8.red, 254);
-    EXPECT_EQ(p8.green, 0);
-    EXPECT_EQ(p8.blue, 0);
-    const PF_Pixel16 p16 = PixelTraits<PF_Pixel16>::fromFloat(PF_PixelFloat{0.25f, 1.0f, 3.0f, 0.5f});
+    const PF_Pixel16 p16 = PixelTraits<PF_Pixel16>::fromFloat(PF_PixelFloat{0.25f, 1.0f, 0.0f, 0.5f});
     EXPECT_EQ(p16.alpha, 8192);
     EXPECT_EQ(p16.red, 32768);
-    EXPECT_EQ(p16.green, 32768);
+    EXPECT_EQ(p16.green, 0);
     EXPECT_EQ(p16.blue, 16384);
 }
 

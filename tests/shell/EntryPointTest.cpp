@@ -98,6 +98,8 @@ TEST(GlobalSetup, ReportsVersionAndFlagsAndRegistersWithTheAegpSide)
         EXPECT_EQ(session.registered_name(), "Orbivane");
         EXPECT_EQ(access.get()->aegp_setup_err(), A_Err_NONE);
     }
+    EXPECT_EQ(session.about(), PF_Err_NONE);
+    EXPECT_EQ(session.return_msg().rfind("Orbivane, v1.1.6\n", 0), 0u) << "About through the host too";
     EXPECT_EQ(session.unload(), "") << "set-down frees the global data's handle";
     EXPECT_EQ(session.handles().live(), 0u);
 }

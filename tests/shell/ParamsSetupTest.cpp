@@ -13,16 +13,6 @@
 #include "host/Host.h"
 #include "shell/ParamIds.h"
 
-#ifndef PF_DEF_NAME
-#define PF_DEF_NAME name
-#endif
-#ifndef PF_DEF_NAMEPTR
-#define PF_DEF_NAMEPTR nameptr
-#endif
-#ifndef PF_DEF_NAMESPTR
-#define PF_DEF_NAMESPTR namesptr
-#endif
-
 namespace {
 
 constexpr A_long fx(double v) { return A_long(v * 65536.0); }  // exact for these values

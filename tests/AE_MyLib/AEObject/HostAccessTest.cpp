@@ -11,10 +11,6 @@
 #include "AE_MyLib/AEObject/HostedCommand.h"
 #include "host/Composition.h"
 
-#ifndef PF_DEF_NAME
-#define PF_DEF_NAME name
-#endif
-
 namespace {
 
 using Log = std::vector<std::string>;

@@ -348,11 +348,13 @@ TEST(DofBothPassesBlur, SilhouetteSpreadsOverNearbyMisses)
     EXPECT_NEAR(s.scene.pixel<PF_PixelFloat>(60, 1).alpha, 1.0f, 1e-5);
 }
 
-TEST(DofCallbacks, NegativeThreadIndexWritesNothing)
+// Every pixel pass, the sharp one included: a negative thread index writes nothing.
+TEST(PixelCallbacks, NegativeThreadIndexWritesNothing)
 {
     DepthPassScene<PF_Pixel> s;
     s.worlds.setDepth(kNearDepth, 60, 1, 123.0f);
     const PF_Pixel before = s.scene.pixel<PF_Pixel>(60, 1);
+    EXPECT_EQ(RayTrace_PixelCallback<PF_Pixel>(&s.scene.info(), -1, 120 + 60, 360), PF_Err_NONE);
     EXPECT_EQ(RayTrace_PixelDepthCallback<PF_Pixel>(&s.scene.info(), -1, 120 + 60, 360), PF_Err_NONE);
     EXPECT_EQ(DofCompositeCallback<PF_Pixel>(&s.scene.info(), -1, 120 + 60, 360), PF_Err_NONE);
     EXPECT_EQ(s.worlds.depth(kNearDepth, 60, 1), 123.0f);

@@ -127,57 +127,50 @@ TEST_F(LightPowerTest, AmbientAndUnknownLightsIgnoreFalloff)
     expectDirection(9, 9, 9);
 }
 
-// Spot at the origin pointing along +z (the translation matrix keeps the z axis).
-class SpotLightTest : public LightPowerTest {
-protected:
-    vLight spot(double cos_half_cone, double feather)
-    {
-        vLight light = makeLight(kSpot, Vector3(0, 0, 0));
-        light.cos_half_cone = cos_half_cone;
-        light.feather = feather;
-        return light;
-    }
+// Spot at the origin pointing along +z (the translation matrix keeps the z axis), its cone
+// of cos 0.6. Without feather the edge is hard; feather 0.5 of (1 - 0.6) ramps linearly in the
+// cosine from 0.6 (0) to 0.8 (1); an axis stored with length 0.5 halves every cosine; the cone
+// multiplies the distance falloff.
+struct SpotCase {
+    const char* name;
+    double cos_half_cone, feather;
+    int falloff;
+    float axis_length;
+    Vector3 point;
+    double expected, tolerance;
 };
 
-TEST_F(SpotLightTest, WithoutFeatherTheConeHasAHardEdgeThatGetsNothing)
+TEST_F(LightPowerTest, SpotConeWithAndWithoutFeather)
 {
-    const vLight light = spot(0.6, 0.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(60, 0, 80)), 1.0);  // cos 0.8, inside
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(81, 0, 59)), 0.0);  // cos 0.589, just outside
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 95, 31)), 0.0);  // outside
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, -100)), 0.0); // behind
-
-    // (80, 0, 60) / 100 has a z of exactly 0.6f, so (cos - cos_half_cone) / 0 is 0 / 0.
-    EXPECT_DOUBLE_EQ(powerAt(spot(static_cast<double>(0.6f), 0.0), Vector3(80, 0, 60)), 0.0);
-    expectDirection(0.8f, 0.0f, 0.6f);
-}
-
-TEST_F(SpotLightTest, FeatherRampsLinearlyInCosineInsideTheCone)
-{
-    // Feather 0.5 of (1 - 0.6): the ramp runs from cos 0.6 (0) to cos 0.8 (1).
-    const vLight light = spot(0.6, 0.5);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 1.0);
-    EXPECT_NEAR(powerAt(light, Vector3(60, 0, 80)), 1.0, 1e-6);
-    EXPECT_NEAR(powerAt(light, Vector3(std::sqrt(0.51f) * 100.0f, 0, 70)), 0.5, 1e-5);
-    EXPECT_NEAR(powerAt(light, Vector3(80, 0, 60)), 0.0, 1e-6);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(100, 0, 0)), 0.0);
-}
-
-TEST_F(SpotLightTest, ConeIsMeasuredAgainstTheAxisAsStored)
-{
-    // An axis of length 0.5 halves every cosine: a point on the axis reads cos 0.5 < 0.6.
-    vLight light = spot(0.6, 0.0);
-    light.to_object.setCol(2, Vector4(0, 0, 0.5f, 0));
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 0, 100)), 0.0);
-}
-
-TEST_F(SpotLightTest, SpotMultipliesTheDistanceFalloff)
-{
-    const vLight light = spot(0.6, 0.5);
-    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
-    EXPECT_NEAR(powerAt(light, Vector3(0, 0, 200)), 0.25, 1e-12);
-    EXPECT_NEAR(powerAt(light, Vector3(std::sqrt(0.51f) * 200.0f, 0, 140)), 0.125, 1e-5);
+    const float ramp_middle = std::sqrt(0.51f);  // cos 0.7
+    const SpotCase cases[] = {
+        {"on the axis", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 0, 100), 1.0, 0.0},
+        {"inside, cos 0.8", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(60, 0, 80), 1.0, 0.0},
+        {"just outside, cos 0.589", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(81, 0, 59), 0.0, 0.0},
+        {"outside", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 95, 31), 0.0, 0.0},
+        {"behind", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 0, -100), 0.0, 0.0},
+        // (80, 0, 60) / 100 has a z of exactly 0.6f: (cos - cos_half_cone) / 0 is 0 / 0.
+        {"on the edge", double(0.6f), 0.0, kFalloffNone, 1.0f, Vector3(80, 0, 60), 0.0, 0.0},
+        {"feathered axis", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(0, 0, 100), 1.0, 0.0},
+        {"feather starts", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(60, 0, 80), 1.0, 1e-6},
+        {"feather middle", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(ramp_middle * 100.0f, 0, 70), 0.5, 1e-5},
+        {"feather ends", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(80, 0, 60), 0.0, 1e-6},
+        {"feathered side", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(100, 0, 0), 0.0, 0.0},
+        {"short axis", 0.6, 0.0, kFalloffNone, 0.5f, Vector3(0, 0, 100), 0.0, 0.0},
+        {"falloff on the axis", 0.6, 0.5, kFalloffInverseSquareClamped, 1.0f, Vector3(0, 0, 200), 0.25, 1e-12},
+        {"falloff times feather", 0.6, 0.5, kFalloffInverseSquareClamped, 1.0f,
+         Vector3(ramp_middle * 200.0f, 0, 140), 0.125, 1e-5},
+    };
+    for (const SpotCase& c : cases) {
+        SCOPED_TRACE(c.name);
+        vLight light = makeLight(kSpot, Vector3(0, 0, 0));
+        light.cos_half_cone = c.cos_half_cone;
+        light.feather = c.feather;
+        light.to_object.setCol(2, Vector4(0, 0, c.axis_length, 0));
+        setFalloff(c.falloff, 100.0, 1.0);
+        EXPECT_NEAR(powerAt(light, c.point), c.expected, c.tolerance);
+    }
+    expectDirection(ramp_middle, 0.0f, 0.7f);  // towards the last point, of length 200
 }
 
 } // namespace

@@ -7,29 +7,20 @@
 #include "host/PixelWorld.h"
 #include "math/PixelConvert.h"
 #include "raytrace/FootprintSampling.h"
+#include "support/RecordScene.h"
 #include "support/ShapeSize.h"
 
 using Vectormath::Aos::Vector3;
 
 namespace {
 
+// How close a sample must come in each texture depth (the host rounds an 8-bit result).
 template <class Pixel>
-struct DepthOf;
+constexpr float kTolerance = 1e-5f;
 template <>
-struct DepthOf<PF_Pixel> {
-    static constexpr short bits = 8;
-    static constexpr float tolerance = 0.01f;  // the host rounds its result to 8 bits
-};
+constexpr float kTolerance<PF_Pixel> = 0.01f;
 template <>
-struct DepthOf<PF_Pixel16> {
-    static constexpr short bits = 16;
-    static constexpr float tolerance = 1e-3f;
-};
-template <>
-struct DepthOf<PF_PixelFloat> {
-    static constexpr short bits = 32;
-    static constexpr float tolerance = 1e-5f;
-};
+constexpr float kTolerance<PF_Pixel16> = 1e-3f;
 
 const PF_PixelFloat kClear = {0.0f, 0.0f, 0.0f, 0.0f};
 const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
@@ -50,18 +41,13 @@ struct SampleCase {
 template <class Pixel>
 class FootprintSamplingTest : public ::testing::Test {
 protected:
-    FootprintSamplingTest() : scope(host.render_scope(DepthOf<Pixel>::bits))
+    FootprintSamplingTest() : scene(test_support::BitsOf<Pixel>::value)
     {
-        info = std::make_unique<RenderInfo>(scope->in_data());
-        setShapeSize(*info, 100.0f, 100.0f, 0.0f);
-        info->open_scale = 1.0;
+        setShapeSize(info(), 100.0f, 100.0f, 0.0f);
+        info().open_scale = 1.0;
     }
 
-    ~FootprintSamplingTest() override
-    {
-        info.reset();
-        texture.reset();
-    }
+    RenderInfo& info() { return scene.info(); }
 
     // A width x height texture whose pixel (x, y) is colour(x, y); it becomes the record's
     // texture layer.
@@ -75,8 +61,8 @@ protected:
             for (A_long x = 0; x < width; ++x)
                 row[x] = PixelTraits<Pixel>::fromFloat(colour(x, y));
         }
-        info->texture_layer = texture.get();
-        info->texture_height = height;
+        info().texture_layer = texture.get();
+        info().texture_height = height;
     }
 
     // 1000 x 10: two opaque red columns at the left end, two opaque blue at the right end.
@@ -98,14 +84,14 @@ protected:
     PF_PixelFloat sample(double u, double v, double xr, double yr)
     {
         PF_PixelFloat out = {-1.0f, -1.0f, -1.0f, -1.0f};
-        TopologycalSampling<Pixel>(*info, Vector3(0.0f, 0.0f, 0.0f), u, v, xr, yr,
-                                   &info->texture_layer, out);
+        TopologycalSampling<Pixel>(info(), Vector3(0.0f, 0.0f, 0.0f), u, v, xr, yr,
+                                   &info().texture_layer, out);
         return out;
     }
 
     void expectPixel(const PF_PixelFloat& actual, float alpha, float red, float green, float blue)
     {
-        const float tolerance = DepthOf<Pixel>::tolerance;
+        const float tolerance = kTolerance<Pixel>;
         EXPECT_NEAR(actual.alpha, alpha, tolerance);
         EXPECT_NEAR(actual.red, red, tolerance);
         EXPECT_NEAR(actual.green, green, tolerance);
@@ -117,19 +103,17 @@ protected:
     {
         for (const SampleCase& c : cases) {
             SCOPED_TRACE(c.name);
-            info->open_scale = c.open_scale;
-            info->extension.head_extensions = c.head;
-            info->extension.tail_extensions = c.tail;
-            info->extension.flip_vertical = c.flip;
+            info().open_scale = c.open_scale;
+            info().extension.head_extensions = c.head;
+            info().extension.tail_extensions = c.tail;
+            info().extension.flip_vertical = c.flip;
             const PF_PixelFloat& e = c.expected;
             expectPixel(sample(c.u, c.v, c.xr, c.yr), e.alpha, e.red, e.green, e.blue);
         }
     }
 
-    host::Host host;
-    std::unique_ptr<host::RenderScope> scope;
-    host::OwnedWorld texture;
-    std::unique_ptr<RenderInfo> info;
+    host::OwnedWorld texture;  // outlives the record that points at it
+    test_support::RecordScene scene;
 };
 
 using PixelTypes = ::testing::Types<PF_Pixel, PF_Pixel16, PF_PixelFloat>;
@@ -186,8 +170,8 @@ TYPED_TEST(FootprintSamplingTest, ScrewShiftsTheCopyAroundTheAxis)
     this->makeTexture(10, 10, [](A_long x, A_long) {
         return x == 6 ? kBlue : (x == 1 ? kGreen : kClear);
     });
-    this->info->extension.tail_extensions = 1;
-    this->info->extension.screw = 0.5;
+    this->info().extension.tail_extensions = 1;
+    this->info().extension.screw = 0.5;
     this->expectPixel(this->sample(0.1, 1.5, 0.5, 0.5), 1.0f, 0.0f, 0.0f, 1.0f);
     this->expectPixel(this->sample(0.1, 0.5, 0.5, 0.5), 1.0f, 0.0f, 1.0f, 0.0f);
 }

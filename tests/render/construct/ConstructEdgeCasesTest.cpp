@@ -11,6 +11,7 @@
 
 #include "host/Session.h"
 #include "render/ConstructRenderInfo.h"
+#include "support/BuiltRecord.h"
 
 namespace {
 
@@ -31,16 +32,7 @@ std::unique_ptr<host::Session> openEdgeScene(const std::string& file_name, const
     return std::make_unique<host::Session>(path, ORBIVANE_MODULE_PATH);
 }
 
-// The record of the session's current parameters at time 0, full resolution.
-struct Built {
-    explicit Built(host::Session& session)
-        : scope(session.host().render_scope(32, 0.0)), info(scope->in_data())
-    {
-        EXPECT_EQ(ConstructRenderInfo(scope->in_data(), info), PF_Err_NONE);
-    }
-    std::unique_ptr<host::RenderScope> scope;
-    RenderInfo info;
-};
+using Built = test_support::BuiltRecord;
 
 const std::string kTexture =
     R"({"name": "Halves", "type": "footage", "video": false,

@@ -7,22 +7,14 @@
 
 #include "e2e/SceneFiles.h"
 #include "render/ConstructRenderInfo.h"
+#include "support/BuiltRecord.h"
 
 namespace {
 
 constexpr double kRadius = 100.0 / 6.283185307179586;  // 15.9155
 constexpr double kDistance = 200.0 * 50.0 / 36.0;     // default camera, 277.78
 
-// Builds the record of a session's current parameters, as the driver would at full resolution.
-struct Built {
-    explicit Built(host::Session& session, double seconds = 0)
-        : scope(session.host().render_scope(32, seconds)), info(scope->in_data())
-    {
-        EXPECT_EQ(ConstructRenderInfo(scope->in_data(), info), PF_Err_NONE);
-    }
-    std::unique_ptr<host::RenderScope> scope;
-    RenderInfo info;
-};
+using Built = test_support::BuiltRecord;
 
 TEST(ConstructRenderInfo, DefaultsGiveAnUprightCircularCylinderSeenByTheDefaultCamera)
 {

@@ -53,16 +53,15 @@ TEST_P(ControlLayerLink, ChoosingALayerWritesItsNameIntoTheExpression)
     EXPECT_EQ(ui.session.unload(), "");
 }
 
-TEST_P(ControlLayerLink, NamelessLayerIsNamedAfterItsSourceSoTheExpressionFindsIt)
+// A nameless layer is named after its source so the expression finds it; a name beyond ASCII
+// reaches the expression as UTF-8.
+TEST_P(ControlLayerLink, TheLayerNameReachesTheExpressionAsTheCompositionShowsIt)
 {
     ASSERT_EQ(nameOf(ui.nameless_id), "");
     ASSERT_EQ(ui.chooseControlLayer(ui.nameless_id), PF_Err_NONE);
     EXPECT_EQ(nameOf(ui.nameless_id), "Pivot Solid");
     EXPECT_EQ(ui.expression(PARAM_DAMMY), linkTo("Pivot Solid"));
-}
 
-TEST_P(ControlLayerLink, NonAsciiLayerNameReachesTheExpressionAsUtf8)
-{
     nameOf(ui.rig_id) = "Rig \xC3\xA9t\xC3\xA9";  // "Rig été"
     ASSERT_EQ(ui.chooseControlLayer(ui.rig_id), PF_Err_NONE);
     EXPECT_EQ(ui.expression(PARAM_DAMMY), linkTo("Rig \xC3\xA9t\xC3\xA9"));
