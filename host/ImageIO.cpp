@@ -1,5 +1,9 @@
 #include "host/ImageIO.h"
 
+#include "host/FileCommit.h"
+#include "host/SystemFaults.h"
+
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
@@ -8,7 +12,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <unistd.h>
+#include <new>
 
 namespace host {
 
@@ -76,12 +80,11 @@ std::vector<float> premultipliedFloats(const Image& image) {
     return data;
 }
 
-// A name beside the target that keeps its extension (writers pick the format from it).
-std::string temporaryPath(const std::string& path) {
-    const fs::path target(path);
-    const std::string name = "." + target.stem().string() + ".tmp" + std::to_string(::getpid()) +
-                             target.extension().string();
-    return (target.parent_path() / name).string();
+// OpenImageIO's messages may span lines; ours are one line each.
+std::string oneLine(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
 }
 
 }  // namespace
@@ -108,15 +111,11 @@ Image loadImage(const std::string& path) {
     return image;
 }
 
-void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
-    const std::string ext = lowerExtension(path);
-    const bool exr = ext == ".exr";
-    if (!exr && ext != ".png")
-        throw ImageIOError("cannot write image '" + path + "': only .png and .exr files are written");
-    if (!exr && options.png_bits != 8 && options.png_bits != 16)
-        throw ImageIOError("cannot write image '" + path + "': PNG depth must be 8 or 16 bits");
-    if (image.empty()) throw ImageIOError("cannot write image '" + path + "': the image is empty");
+namespace {
 
+// The file's bytes, encoded in memory so that writing them is one checked, all-or-nothing step.
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, bool exr, const SaveOptions& options) {
+    if (systemFault(SystemCall::Allocate) != 0) throw std::bad_alloc();
     const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
                                     : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
     OIIO::ImageSpec spec(image.width(), image.height(), 4, type);
@@ -124,10 +123,11 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
     // PNG holds straight colour; say ours already is, so the writer does not divide again.
     if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
 
-    auto out = OIIO::ImageOutput::create(path);
-    if (!out) throw ImageIOError("cannot write image '" + path + "': " + OIIO::geterror());
-    const std::string temp = temporaryPath(path);
-    bool ok = out->open(temp, spec);
+    std::vector<unsigned char> bytes;
+    OIIO::Filesystem::IOVecOutput memory(bytes);
+    auto out = OIIO::ImageOutput::create(path, &memory);
+    if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
+    bool ok = out->open(path, spec);
     if (ok) {
         if (exr) {
             ok = out->write_image(OIIO::TypeDesc::FLOAT, premultipliedFloats(image).data());
@@ -138,16 +138,32 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
         }
         ok = out->close() && ok;
     }
-    if (!ok) {
-        const std::string why = out->geterror();
-        std::remove(temp.c_str());
-        throw ImageIOError("cannot write image '" + path + "': " + why);
+    if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
+    return bytes;
+}
+
+}  // namespace
+
+void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
+    const std::string ext = lowerExtension(path);
+    const bool exr = ext == ".exr";
+    if (!exr && ext != ".png")
+        throw ImageIOError("cannot write image '" + path + "': only .png and .exr files are written");
+    if (!exr && options.png_bits != 8 && options.png_bits != 16)
+        throw ImageIOError("cannot write image '" + path + "': PNG depth must be 8 or 16 bits");
+    if (image.empty()) throw ImageIOError("cannot write image '" + path + "': the image is empty");
+
+    std::vector<unsigned char> bytes;
+    try {
+        bytes = encodeImage(image, path, exr, options);
+    } catch (const std::bad_alloc&) {
+        throw ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +
+                           std::to_string(image.width()) + " x " + std::to_string(image.height()) + " pixels");
     }
-    std::error_code ec;
-    fs::rename(temp, path, ec);
-    if (ec) {
-        std::remove(temp.c_str());
-        throw ImageIOError("cannot write image '" + path + "': " + ec.message());
+    try {
+        writeFileAtomically(path, bytes.data(), bytes.size());
+    } catch (const FileError& e) {
+        throw ImageIOError("cannot write image '" + path + "': " + e.reason());
     }
 }
 

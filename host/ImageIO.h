@@ -20,9 +20,10 @@ public:
 Image loadImage(const std::string& path);
 
 // PNG at 8 or 16 bits per channel (straight alpha, as PNG defines it) or OpenEXR at 32-bit
-// float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The file is
-// written under a temporary name in the same folder and renamed into place, so a failed save
-// never leaves a half-written file under the final name.
+// float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The picture
+// is encoded in memory and written all or nothing (writeFileAtomically): a failed save never
+// leaves a half-written file under the final name, nor touches the file already there. The
+// message of the ImageIOError thrown names the file and the operating system's reason.
 struct SaveOptions {
     int png_bits = 8;  // 8 or 16
 };

@@ -1,0 +1,4 @@
+# Files written all or nothing, and the operating-system faults the tests inject there.
+target_sources(orbivane_host PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/FileCommit.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SystemFaults.cpp)
