@@ -81,6 +81,8 @@ void renderAndReport(RenderSession& session, const host::Composition& comp, cons
     FrameStyle style;
     style.bit_depth = plan.bit_depth;
     if (options.flatten || options.scene.empty()) style.flatten_over = backgroundOf(comp);
+    // Until now a signal may end the program as usual: nothing has been written yet.
+    installInterruptHandlers();
     // One thread asked for means one: the write then follows each render.
     renderFrames(session, plan, style, options.threads != 1, progress);
     progress.clear();
@@ -94,7 +96,6 @@ void renderAndReport(RenderSession& session, const host::Composition& comp, cons
 }
 
 int run(const Options& options, const char* argv0) {
-    installInterruptHandlers();
     ModuleSearch search;
     search.explicit_path = options.module;
     if (const char* env = std::getenv("ORBIVANE_MODULE")) search.environment = env;

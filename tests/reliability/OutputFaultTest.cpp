@@ -10,6 +10,7 @@
 #include "cli/SmallScene.h"
 #include "host/ImageIO.h"
 
+#include <algorithm>
 #include <csignal>
 #include <cstring>
 #include <fcntl.h>
