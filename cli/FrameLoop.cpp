@@ -24,7 +24,8 @@ CliError interrupted(int frame) {
                                                              "; the frames before it are complete");
 }
 
-// Writes one frame at a time, on a oneTBB worker when overlapping, in the order given.
+// Converts, flattens, encodes and writes one frame at a time, on a oneTBB worker when
+// overlapping, in the order given.
 class FrameWriter {
 public:
     FrameWriter(const FrameStyle& style, bool overlap) : style_(style), overlap_(overlap) {}
@@ -33,8 +34,8 @@ public:
     FrameWriter& operator=(const FrameWriter&) = delete;
 
     // Starts writing `frame`; the previous write must be finished.
-    void start(host::Image frame, const FrameJob& job) {
-        image_ = std::move(frame);
+    void start(RenderedFrame frame, const FrameJob& job) {
+        frame_ = std::move(frame);
         job_ = job;
         busy_ = true;
         if (overlap_)
@@ -48,7 +49,7 @@ public:
         if (!busy_) return std::nullopt;
         group_.wait();
         busy_ = false;
-        image_ = host::Image();
+        frame_ = RenderedFrame();
         if (error_) std::rethrow_exception(std::exchange(error_, nullptr));
         return job_.frame;
     }
@@ -56,8 +57,9 @@ public:
 private:
     void write() {
         try {
-            if (style_.flatten_over) flattenOver(image_, *style_.flatten_over);
-            writeFrame(image_, job_.path, style_.bit_depth);
+            host::Image image = toImage(frame_);
+            if (style_.flatten_over) flattenOver(image, *style_.flatten_over);
+            writeFrame(image, job_.path, style_.bit_depth);
         } catch (const CliError& e) {
             error_ = std::make_exception_ptr(forFrame(e, job_.frame));
         } catch (const std::exception& e) {
@@ -69,7 +71,7 @@ private:
     const FrameStyle& style_;
     const bool overlap_;
     tbb::task_group group_;
-    host::Image image_;
+    RenderedFrame frame_;
     FrameJob job_;
     bool busy_ = false;
     std::exception_ptr error_;
@@ -87,7 +89,7 @@ void stopIfInterrupted(FrameWriter& writer, Progress& progress, int frame) {
     throw interrupted(frame);
 }
 
-host::Image renderOne(RenderSession& session, const JobPlan& plan, const FrameJob& job, FrameWriter& writer,
+RenderedFrame renderOne(RenderSession& session, const JobPlan& plan, const FrameJob& job, FrameWriter& writer,
                       Progress& progress) {
     try {
         return session.render(job.seconds, plan.bit_depth, plan.downsample);
@@ -108,7 +110,7 @@ void renderFrames(RenderSession& session, const JobPlan& plan, const FrameStyle&
         for (const FrameJob& job : plan.jobs) {
             stopIfInterrupted(writer, progress, job.frame);
             progress.beginFrame(job.frame);
-            host::Image frame = renderOne(session, plan, job, writer, progress);
+            RenderedFrame frame = renderOne(session, plan, job, writer, progress);
             finishWrite(writer, progress);
             stopIfInterrupted(writer, progress, job.frame);
             writer.start(std::move(frame), job);

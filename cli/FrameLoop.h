@@ -1,7 +1,8 @@
 #pragma once
 // Renders the planned frames and writes them in order. With more than one thread the write of
-// frame N (flattening, encoding, the all-or-nothing file write) runs on a oneTBB worker while
-// frame N+1 renders: at most two frames are in flight, one rendering and one being written.
+// frame N (conversion from the host's world, flattening, encoding, the all-or-nothing file
+// write) runs on a oneTBB worker while frame N+1 renders: at most two frames are in flight,
+// one rendering and one being written.
 
 #include "cli/JobPlan.h"
 #include "cli/Progress.h"

@@ -42,25 +42,32 @@ RenderSession::RenderSession(host::Scene scene, const std::string& module_path, 
     }
 }
 
-host::Image RenderSession::render(double seconds, int bit_depth, int downsample) {
+RenderedFrame RenderSession::render(double seconds, int bit_depth, int downsample) {
     host::Host& h = host();
     const PF_RationalScale scale{1, static_cast<A_u_long>(downsample)};
     const PF_LRect bounds = h.layer_bounds(h.effect_layer_id(), scale, scale);
-    host::Image frame(bounds.right - bounds.left, bounds.bottom - bounds.top);
-
-    host::RenderResult result;
+    RenderedFrame frame;
+    frame.width = bounds.right - bounds.left;
+    frame.height = bounds.bottom - bounds.top;
     try {
         h.set_time(seconds);
-        result = session_->render(seconds, static_cast<short>(bit_depth), downsample);
-        calls_.add(result.calls);
+        frame.result = session_->render(seconds, static_cast<short>(bit_depth), downsample);
+        calls_.add(frame.result.calls);
     } catch (const std::exception& e) {
         throw CliError(kExitRenderFailed, std::string("the render failed: ") + e.what());
     }
+    const host::RenderResult& result = frame.result;
     if (result.err != PF_Err_NONE) {
         std::string message = "the effect returned " + describeError(result.err);
         if (!result.return_msg.empty()) message += ": " + result.return_msg;
         throw CliError(kExitRenderFailed, message);
     }
+    return frame;
+}
+
+host::Image toImage(const RenderedFrame& rendered) {
+    host::Image frame(rendered.width, rendered.height);
+    const host::RenderResult& result = rendered.result;
     if (result.rendered && result.output)
         place(host::worldToImage(result.output->get(), result.output->format()), result.result_rect, frame);
     return frame;
