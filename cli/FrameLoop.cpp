@@ -63,8 +63,8 @@ private:
         } catch (const CliError& e) {
             error_ = std::make_exception_ptr(forFrame(e, job_.frame));
         } catch (const std::exception& e) {
-            error_ = std::make_exception_ptr(
-                CliError(kExitWriteFailed, "frame " + std::to_string(job_.frame) + ": cannot write " + job_.path + ": " + e.what()));
+            const CliError failed(kExitWriteFailed, "cannot write " + job_.path + ": " + e.what());
+            error_ = std::make_exception_ptr(forFrame(failed, job_.frame));
         }
     }
 

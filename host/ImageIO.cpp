@@ -114,7 +114,8 @@ Image loadImage(const std::string& path) {
 namespace {
 
 // The file's bytes, encoded in memory so that writing them is one checked, all-or-nothing step.
-std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, bool exr, const SaveOptions& options) {
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, bool exr,
+                                       const SaveOptions& options) {
     if (systemFault(SystemCall::Allocate) != 0) throw std::bad_alloc();
     const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
                                     : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);

@@ -57,7 +57,8 @@ Rule ruleFromEnvironment() {
     const std::size_t first = spec.find(':');
     const std::size_t second = spec.find(':', first + 1);
     if (first == std::string::npos || !callNamed(spec.substr(0, first), rule.call)) return rule;
-    const std::string what = spec.substr(first + 1, second == std::string::npos ? std::string::npos : second - first - 1);
+    const std::size_t what_end = second == std::string::npos ? spec.size() : second;
+    const std::string what = spec.substr(first + 1, what_end - first - 1);
     if (second != std::string::npos) rule.nth = std::atol(spec.c_str() + second + 1);
     if (what.rfind("SIG", 0) == 0)
         setSignal(what, rule);
