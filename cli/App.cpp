@@ -3,9 +3,10 @@
 #include "cli/CallTable.h"
 #include "cli/CliError.h"
 #include "cli/DemoScene.h"
+#include "cli/FrameLoop.h"
+#include "cli/Interrupt.h"
 #include "cli/JobPlan.h"
 #include "cli/ModuleLocator.h"
-#include "cli/OutputWriter.h"
 #include "cli/ParamListing.h"
 #include "cli/ParamOverride.h"
 #include "cli/Progress.h"
@@ -83,23 +84,19 @@ host::SaveOptions encodingOf(const Options& options) {
     return encoding;
 }
 
-void renderFrames(RenderSession& session, const host::Composition& comp, const JobPlan& plan, const Options& options) {
+// Renders and writes the planned frames, then says what was written (nothing on failure).
+void renderAndReport(RenderSession& session, const host::Composition& comp, const JobPlan& plan,
+                     const Options& options) {
     const bool terminal = isatty(fileno(stderr)) != 0;
     Progress progress(plan.jobs.size(), !options.quiet && (terminal || options.progress));
-    const bool flatten = options.flatten || options.scene.empty();
-    const host::SaveOptions encoding = encodingOf(options);
-    for (const FrameJob& job : plan.jobs) {
-        progress.beginFrame(job.frame);
-        try {
-            host::Image frame = session.render(job.seconds, plan.bit_depth, plan.downsample);
-            if (flatten) flattenOver(frame, backgroundOf(comp));
-            writeFrame(frame, job.path, plan.bit_depth, encoding);
-        } catch (const CliError& e) {
-            progress.clear();
-            throw CliError(e.code(), "frame " + std::to_string(job.frame) + ": " + e.what());
-        }
-        progress.endFrame(job.frame);
-    }
+    FrameStyle style;
+    style.bit_depth = plan.bit_depth;
+    style.encoding = encodingOf(options);
+    if (options.flatten || options.scene.empty()) style.flatten_over = backgroundOf(comp);
+    // Until now a signal may end the program as usual: nothing has been written yet.
+    installInterruptHandlers();
+    // One thread asked for means one: the write then follows each render.
+    renderFrames(session, plan, style, options.threads != 1, progress);
     progress.clear();
     if (options.quiet) return;
     if (plan.jobs.size() == 1)
@@ -143,7 +140,7 @@ int run(const Options& options, const char* argv0) {
         std::cout << listParams(session.host(), list_time);
         return kExitOk;
     }
-    renderFrames(session, *comp, plan, options);
+    renderAndReport(session, *comp, plan, options);
     if (options.host_calls) std::cout << formatCallTable(session.calls(), plan.jobs.size());
     return kExitOk;
 }

@@ -13,6 +13,8 @@ enum ExitCode : int {
     kExitModuleFailed = 3,  // the effect module could not be found or loaded
     kExitRenderFailed = 4,  // the effect returned an error while rendering
     kExitWriteFailed = 5,   // the picture could not be written
+    kExitSigint = 130,      // stopped by SIGINT (128 + its number)
+    kExitSigterm = 143,     // stopped by SIGTERM
 };
 
 class CliError : public std::runtime_error {

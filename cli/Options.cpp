@@ -38,7 +38,8 @@ const char* kExamples =
     "  orbivane-render examples/lights-and-shadows.json --host-calls\n"
     "\n"
     "Exit status: 0 done, 2 bad input (arguments, scene, values, files), 3 the effect module\n"
-    "could not be loaded, 4 the effect failed to render, 5 the picture could not be written.";
+    "could not be loaded, 4 the effect failed to render, 5 a picture could not be written,\n"
+    "130 / 143 interrupted by SIGINT / SIGTERM.";
 
 }  // namespace
 

@@ -2,6 +2,7 @@
 
 #include "cli/CliError.h"
 #include "host/ImageIO.h"
+#include "host/SystemFaults.h"
 
 #include <filesystem>
 #include <system_error>
@@ -22,14 +23,17 @@ void writeFrame(const host::Image& frame, const std::string& path, int bit_depth
     const std::filesystem::path folder = std::filesystem::path(path).parent_path();
     if (!folder.empty()) {
         std::error_code ec;
-        std::filesystem::create_directories(folder, ec);
+        if (const int fault = host::systemFault(host::SystemCall::MakeFolder))
+            ec = std::error_code(fault, std::generic_category());
+        else
+            std::filesystem::create_directories(folder, ec);
         if (ec) throw CliError(kExitWriteFailed, "cannot create the folder " + folder.string() + ": " + ec.message());
     }
     encoding.png_bits = bit_depth == 16 ? 16 : 8;
     try {
         host::saveImage(frame, path, encoding);
-    } catch (const std::exception& e) {
-        throw CliError(kExitWriteFailed, std::string("cannot write the picture: ") + e.what());
+    } catch (const host::ImageIOError& e) {
+        throw CliError(kExitWriteFailed, e.what());
     }
 }
 

@@ -14,8 +14,9 @@ namespace cli {
 void flattenOver(host::Image& frame, const host::RGBA& background);
 
 // Writes `frame` to `path` (creating missing folders) with the encoder settings of `encoding`
-// (its PNG depth follows bit_depth). The file appears under its name only when complete.
-// Throws CliError (write failure) naming the file.
+// (its PNG depth follows bit_depth). The file appears under its name only when complete, and a
+// failure leaves the file already there untouched. Throws CliError (write failure) naming the
+// file and the operating system's reason.
 void writeFrame(const host::Image& frame, const std::string& path, int bit_depth, host::SaveOptions encoding = {});
 
 }  // namespace cli

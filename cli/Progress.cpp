@@ -57,21 +57,23 @@ std::string progressLine(std::size_t done, std::size_t total, int next_frame, do
 }
 
 Progress::Progress(std::size_t total_frames, bool live, std::FILE* stream)
-    : total_(total_frames), live_(live), stream_(stream), start_(Clock::now()), frame_start_(start_) {}
+    : total_(total_frames), live_(live), stream_(stream), start_(Clock::now()), last_done_(start_) {}
 
 double Progress::since(Clock::time_point t) const {
     return std::chrono::duration<double>(Clock::now() - t).count();
 }
 
 void Progress::beginFrame(int frame) {
-    frame_start_ = Clock::now();
     if (!live_) return;
     std::fprintf(stream_, "\r\033[K%s", progressLine(times_.size(), total_, frame, since(start_)).c_str());
     std::fflush(stream_);
     line_shown_ = true;
 }
 
-void Progress::endFrame(int frame) { times_.push_back(FrameTime{frame, since(frame_start_)}); }
+void Progress::endFrame(int frame) {
+    times_.push_back(FrameTime{frame, since(last_done_)});
+    last_done_ = Clock::now();
+}
 
 void Progress::clear() {
     if (!line_shown_) return;

@@ -11,7 +11,9 @@ namespace cli {
 
 struct FrameTime {
     int frame = 0;
-    double seconds = 0;  // wall-clock time of the frame, render and write
+    // Wall-clock time from the previous frame's completion (or the start) to this one's: with
+    // writing overlapping the next render, the times add up to the whole run.
+    double seconds = 0;
 };
 
 // "3 frames in 1.50 s: 0.50 s per frame (min 0.40 s frame 2, max 0.60 s frame 1)"; for one
@@ -29,6 +31,7 @@ public:
     // `live`: draw the progress line (a terminal, and not --quiet); `stream` receives it.
     Progress(std::size_t total_frames, bool live, std::FILE* stream = stderr);
 
+    // A frame starts rendering (redraws the line); a frame is complete under its final name.
     void beginFrame(int frame);
     void endFrame(int frame);
     // Clears the progress line (call before printing anything else).
@@ -45,7 +48,7 @@ private:
     std::FILE* stream_;
     bool line_shown_ = false;
     Clock::time_point start_;
-    Clock::time_point frame_start_;
+    Clock::time_point last_done_;
     std::vector<FrameTime> times_;
 };
 

@@ -42,32 +42,39 @@ RenderSession::RenderSession(host::Scene scene, const std::string& module_path, 
     }
 }
 
-host::Image RenderSession::render(double seconds, int bit_depth, int downsample) {
+RenderedFrame RenderSession::render(double seconds, int bit_depth, int downsample) {
     host::Host& h = host();
     const PF_RationalScale scale{1, static_cast<A_u_long>(downsample)};
     const PF_LRect bounds = h.layer_bounds(h.effect_layer_id(), scale, scale);
-    const int width = bounds.right - bounds.left, height = bounds.bottom - bounds.top;
-
-    host::RenderResult result;
+    RenderedFrame frame;
+    frame.width = bounds.right - bounds.left;
+    frame.height = bounds.bottom - bounds.top;
     try {
         h.set_time(seconds);
-        result = session_->render(seconds, static_cast<short>(bit_depth), downsample);
-        calls_.add(result.calls);
+        frame.result = session_->render(seconds, static_cast<short>(bit_depth), downsample);
+        calls_.add(frame.result.calls);
     } catch (const std::exception& e) {
         throw CliError(kExitRenderFailed, std::string("the render failed: ") + e.what());
     }
+    const host::RenderResult& result = frame.result;
     if (result.err != PF_Err_NONE) {
         std::string message = "the effect returned " + describeError(result.err);
         if (!result.return_msg.empty()) message += ": " + result.return_msg;
         throw CliError(kExitRenderFailed, message);
     }
-    if (!result.rendered || !result.output) return host::Image(width, height);
-    host::Image rendered = host::worldToImage(result.output->get(), result.output->format());
+    return frame;
+}
+
+host::Image toImage(const RenderedFrame& rendered) {
+    const host::RenderResult& result = rendered.result;
+    if (!result.rendered || !result.output) return host::Image(rendered.width, rendered.height);
+    host::Image image = host::worldToImage(result.output->get(), result.output->format());
     const PF_LRect& r = result.result_rect;
     // Usually the output covers the layer exactly: hand it over instead of copying a frame.
-    if (r.left == 0 && r.top == 0 && rendered.width() == width && rendered.height() == height) return rendered;
-    host::Image frame(width, height);
-    place(rendered, r, frame);
+    if (r.left == 0 && r.top == 0 && image.width() == rendered.width && image.height() == rendered.height)
+        return image;
+    host::Image frame(rendered.width, rendered.height);
+    place(image, r, frame);
     return frame;
 }
 

@@ -12,6 +12,17 @@
 
 namespace cli {
 
+// A frame still in the host's pixel world (a world of its own, not reused by later frames).
+struct RenderedFrame {
+    host::RenderResult result;
+    int width = 0;  // the layer's size at the downsample factor
+    int height = 0;
+};
+
+// The frame as straight RGBA at the layer's size, transparent where the effect drew nothing.
+// Needs no session, so it can run on another thread while the next frame renders.
+host::Image toImage(const RenderedFrame& frame);
+
 class RenderSession {
 public:
     // Throws CliError: bad input for the scene's values and images, module failure when the
@@ -22,10 +33,9 @@ public:
     // The host calls of every frame rendered so far, added up.
     const host::RenderCallLog& calls() const { return calls_; }
 
-    // One frame of the effect layer at composition time `seconds`: straight RGBA, the layer's
-    // size at the downsample factor, transparent where the effect drew nothing. Throws
-    // CliError (render failure) when the effect returns an error.
-    host::Image render(double seconds, int bit_depth, int downsample);
+    // One frame of the effect layer at composition time `seconds`, as the effect rendered it.
+    // Throws CliError (render failure) when the effect returns an error.
+    RenderedFrame render(double seconds, int bit_depth, int downsample);
 
 private:
     std::unique_ptr<host::Session> session_;

@@ -2,6 +2,7 @@
 
 #include "host/RowBands.h"
 
+#include <OpenImageIO/filesystem.h>
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
@@ -10,7 +11,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
-#include <unistd.h>
+#include <new>
 
 namespace host {
 
@@ -106,12 +107,11 @@ void setCompression(const SaveOptions& options, bool exr, OIIO::ImageSpec& spec)
     if (options.png_up_filter) spec.attribute("png:filter", 0x20);  // PNG_FILTER_UP
 }
 
-// A name beside the target that keeps its extension (writers pick the format from it).
-std::string temporaryPath(const std::string& path) {
-    const fs::path target(path);
-    const std::string name = "." + target.stem().string() + ".tmp" + std::to_string(::getpid()) +
-                             target.extension().string();
-    return (target.parent_path() / name).string();
+// OpenImageIO's messages may span lines; ours are one line each.
+std::string oneLine(std::string text) {
+    while (!text.empty() && text.back() == '\n') text.pop_back();
+    std::replace(text.begin(), text.end(), '\n', ' ');
+    return text;
 }
 
 }  // namespace
@@ -138,7 +138,41 @@ Image loadImage(const std::string& path) {
     return image;
 }
 
-void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
+namespace {
+
+// The file's bytes, encoded in memory so that the host writes them in one checked,
+// all-or-nothing step.
+std::vector<unsigned char> encodeInMemory(const Image& image, const std::string& path, bool exr,
+                                          const SaveOptions& options) {
+    const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
+                                    : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
+    OIIO::ImageSpec spec(image.width(), image.height(), 4, type);
+    spec.alpha_channel = 3;
+    // PNG holds straight colour; say ours already is, so the writer does not divide again.
+    if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
+    setCompression(options, exr, spec);
+
+    std::vector<unsigned char> bytes;
+    OIIO::Filesystem::IOVecOutput memory(bytes);
+    auto out = OIIO::ImageOutput::create(path, &memory);
+    if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
+    bool ok = out->open(path, spec);
+    if (ok) {
+        if (exr)
+            ok = writePremultiplied(*out, image, options.threads);
+        else if (options.png_bits == 16)
+            ok = writeQuantised<std::uint16_t>(*out, image, 65535.0, options.threads);
+        else
+            ok = writeQuantised<std::uint8_t>(*out, image, 255.0, options.threads);
+        ok = out->close() && ok;
+    }
+    if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
+    return bytes;
+}
+
+}  // namespace
+
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options) {
     const std::string ext = lowerExtension(path);
     const bool exr = ext == ".exr";
     if (!exr && ext != ".png")
@@ -150,38 +184,10 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
     if (exr && !isExrCompression(options.exr_compression))
         throw ImageIOError("cannot write image '" + path + "': unknown EXR compression \"" + options.exr_compression + "\"");
     if (image.empty()) throw ImageIOError("cannot write image '" + path + "': the image is empty");
-
-    const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
-                                    : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
-    OIIO::ImageSpec spec(image.width(), image.height(), 4, type);
-    spec.alpha_channel = 3;
-    // PNG holds straight colour; say ours already is, so the writer does not divide again.
-    if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
-    setCompression(options, exr, spec);
-
-    auto out = OIIO::ImageOutput::create(path);
-    if (!out) throw ImageIOError("cannot write image '" + path + "': " + OIIO::geterror());
-    const std::string temp = temporaryPath(path);
-    bool ok = out->open(temp, spec);
-    if (ok) {
-        if (exr)
-            ok = writePremultiplied(*out, image, options.threads);
-        else if (options.png_bits == 16)
-            ok = writeQuantised<std::uint16_t>(*out, image, 65535.0, options.threads);
-        else
-            ok = writeQuantised<std::uint8_t>(*out, image, 255.0, options.threads);
-        ok = out->close() && ok;
-    }
-    if (!ok) {
-        const std::string why = out->geterror();
-        std::remove(temp.c_str());
-        throw ImageIOError("cannot write image '" + path + "': " + why);
-    }
-    std::error_code ec;
-    fs::rename(temp, path, ec);
-    if (ec) {
-        std::remove(temp.c_str());
-        throw ImageIOError("cannot write image '" + path + "': " + ec.message());
+    try {
+        return encodeInMemory(image, path, exr, options);
+    } catch (const std::bad_alloc&) {
+        throw outOfMemoryWhileEncoding(image, path);
     }
 }
 

@@ -7,6 +7,7 @@
 
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace host {
 
@@ -28,9 +29,10 @@ constexpr int kPngSmallLevel = 9;
 constexpr const char* kExrCompressions[] = {"none", "rle", "zips", "zip", "piz"};
 
 // PNG at 8 or 16 bits per channel (straight alpha, as PNG defines it) or OpenEXR at 32-bit
-// float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The file is
-// written under a temporary name in the same folder and renamed into place, so a failed save
-// never leaves a half-written file under the final name.
+// float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The picture
+// is encoded in memory and written all or nothing (writeFileAtomically): a failed save never
+// leaves a half-written file under the final name, nor touches the file already there. The
+// message of the ImageIOError thrown names the file and the operating system's reason.
 struct SaveOptions {
     int png_bits = 8;  // 8 or 16
     // zlib level 0-9. With png_up_filter each row is predicted from the one above only: level 1
@@ -44,6 +46,15 @@ struct SaveOptions {
     int threads = 1;  // for converting the pixels before encoding
 };
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options = {});
+
+// The bytes saveImage writes: the options checked and the picture encoded in memory, in the
+// format `path`'s extension names. Throws ImageIOError.
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options);
+
+inline ImageIOError outOfMemoryWhileEncoding(const Image& image, const std::string& path) {
+    return ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +
+                        std::to_string(image.width()) + " x " + std::to_string(image.height()) + " pixels");
+}
 
 // Width and height from the file's header, without reading its pixels.
 struct ImageSize {

@@ -1,8 +1,10 @@
 // The host's side of the image-IO module: opens it once, on the first image read or written,
 // from beside the running program or else from the build folder. Pixel dumps are read here,
 // without it.
+#include "host/FileCommit.h"
 #include "host/ImageDump.h"
 #include "host/ImageIOModule.h"
+#include "host/SystemFaults.h"
 
 #include <dlfcn.h>
 
@@ -66,7 +68,13 @@ Image loadImage(const std::string& path) {
 }
 
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
-    module("write", path).save(image, path, options);
+    if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image, path);
+    const std::vector<unsigned char> bytes = module("write", path).encode(image, path, options);
+    try {
+        writeFileAtomically(path, bytes.data(), bytes.size());
+    } catch (const FileError& e) {
+        throw ImageIOError("cannot write image '" + path + "': " + e.reason());
+    }
 }
 
 ImageSize readImageSize(const std::string& path) {

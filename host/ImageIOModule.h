@@ -12,7 +12,7 @@ namespace host {
 
 struct ImageIOModule {
     Image (*load)(const std::string& path);
-    void (*save)(const Image& image, const std::string& path, const SaveOptions& options);
+    std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
     ImageSize (*size)(const std::string& path);
 };
 

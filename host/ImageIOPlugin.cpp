@@ -12,7 +12,7 @@ ImageSize headerSize(const std::string& path) {
     return ImageSize{in->spec().width, in->spec().height};
 }
 
-const ImageIOModule kModule{&loadImage, &saveImage, &headerSize};
+const ImageIOModule kModule{&loadImage, &encodeImage, &headerSize};
 
 }  // namespace
 }  // namespace host

@@ -8,9 +8,21 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+// LeakSanitizer's entry point, present only in sanitizer builds.
+extern "C" int __lsan_do_recoverable_leak_check() __attribute__((weak));
+
 namespace reliability {
 
 namespace {
+
+// The exit status of a child whose heap leaked: _exit() skips the leak check that a normal
+// exit runs, so the child runs it itself (a no-op without LeakSanitizer).
+constexpr int kLeakedExitCode = 23;
+
+int leakCheckedExitCode(int code) {
+    if (__lsan_do_recoverable_leak_check && __lsan_do_recoverable_leak_check() != 0) return kLeakedExitCode;
+    return code;
+}
 
 void writeAll(int fd, const std::string& text) {
     const char* p = text.data();
@@ -40,6 +52,7 @@ std::string readAll(int fd) {
 
 std::string ChildOutcome::describe() const {
     if (signal == SIGALRM) return "timed out";
+    if (signal == 0 && exit_code == kLeakedExitCode) return "a heap leak (LeakSanitizer's report is on stderr)";
     if (signal != 0) return "signal " + std::to_string(signal) + " (" + ::strsignal(signal) + ")";
     return "exit " + std::to_string(exit_code);
 }
@@ -77,7 +90,7 @@ ChildOutcome runIsolated(const std::function<std::string()>& body, unsigned time
         writeAll(fds[1], text);
         ::close(fds[1]);
         // No atexit handlers or static destructors: they belong to the parent's test run.
-        ::_exit(code);
+        ::_exit(leakCheckedExitCode(code));
     }
     ::close(fds[1]);
     outcome.output = readAll(fds[0]);
