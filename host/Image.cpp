@@ -1,9 +1,11 @@
 #include "host/Image.h"
 
 #include "host/AreaSampler.h"
+#include "host/InputFiles.h"
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 
 namespace host {
 
@@ -95,10 +97,19 @@ void readWorld(const PF_EffectWorld& world, double scale, Image& image) {
 
 }  // namespace
 
-Image::Image(int width, int height, RGBA fill)
-    : width_(std::max(width, 0)),
-      height_(std::max(height, 0)),
-      pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
+ImageAllocationError::ImageAllocationError(int width, int height)
+    : message_("not enough memory for a " + std::to_string(width) + " x " + std::to_string(height) + " image (" +
+               describeBytes(double(width) * double(height) * sizeof(RGBA)) + ")") {}
+
+Image::Image(int width, int height, RGBA fill) : width_(std::max(width, 0)), height_(std::max(height, 0)) {
+    try {
+        pixels_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill);
+    } catch (const std::bad_alloc&) {
+        throw ImageAllocationError(width_, height_);
+    } catch (const std::length_error&) {  // more bytes than the address space holds
+        throw ImageAllocationError(width_, height_);
+    }
+}
 
 A_long downsampledExtent(A_long extent, A_long num, A_long den) {
     if (extent <= 0 || num <= 0 || den <= 0) return 0;

@@ -6,6 +6,8 @@
 #include "host/PixelWorld.h"
 
 #include <cstddef>
+#include <new>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -19,6 +21,17 @@ struct RGBA {
 
 inline bool operator==(const RGBA& x, const RGBA& y) { return x.r == y.r && x.g == y.g && x.b == y.b && x.a == y.a; }
 inline bool operator!=(const RGBA& x, const RGBA& y) { return !(x == y); }
+
+// Raised when the pixels of an image do not fit in memory; says which image. A bad_alloc, so
+// code that answers out-of-memory errors still recognises it.
+class ImageAllocationError : public std::bad_alloc {
+public:
+    ImageAllocationError(int width, int height);
+    const char* what() const noexcept override { return message_.c_str(); }
+
+private:
+    std::string message_;
+};
 
 class Image {
 public:

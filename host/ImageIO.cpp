@@ -1,5 +1,7 @@
 #include "host/ImageIO.h"
 
+#include "host/InputFiles.h"
+
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
@@ -7,7 +9,11 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <fcntl.h>
 #include <filesystem>
+#include <memory>
+#include <mutex>
+#include <new>
 #include <unistd.h>
 
 namespace host {
@@ -84,28 +90,106 @@ std::string temporaryPath(const std::string& path) {
     return (target.parent_path() / name).string();
 }
 
+// Image libraries (libpng) print warnings and errors of a damaged file straight to stderr;
+// the same reasons come back through OpenImageIO's geterror() and go into our one-line
+// message, so the raw lines are sent to /dev/null while a file is read. Reads happen while
+// scenes are loaded, before rendering writes anything to stderr.
+class LibraryChatterMuted {
+public:
+    LibraryChatterMuted() : lock_(mutex()) {
+        std::fflush(stderr);
+        const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (null < 0) return;
+        saved_ = ::dup(STDERR_FILENO);
+        if (saved_ >= 0) ::dup2(null, STDERR_FILENO);
+        ::close(null);
+    }
+    ~LibraryChatterMuted() {
+        if (saved_ < 0) return;
+        std::fflush(stderr);
+        ::dup2(saved_, STDERR_FILENO);
+        ::close(saved_);
+    }
+    LibraryChatterMuted(const LibraryChatterMuted&) = delete;
+    LibraryChatterMuted& operator=(const LibraryChatterMuted&) = delete;
+
+private:
+    static std::mutex& mutex() {
+        static std::mutex m;
+        return m;
+    }
+    std::lock_guard<std::mutex> lock_;
+    int saved_ = -1;
+};
+
+std::string messageStart(const std::string& path, const std::string& origin) {
+    return (origin.empty() ? "" : origin + ": ") + "cannot read image '" + path + "': ";
+}
+
+// OpenImageIO's messages may run over several lines (one per library complaint); ours are one.
+std::string oneLine(const std::string& text) {
+    std::string line;
+    for (char c : text) {
+        if (c != '\n') line += c;
+        else if (!line.empty() && line.compare(line.size() - 2, 2, "; ") != 0) line += "; ";
+    }
+    while (!line.empty() && (line.back() == ' ' || line.back() == ';')) line.pop_back();
+    return line.empty() ? "not an image OpenImageIO can read" : line;
+}
+
+// Opens `path` after checking it is a regular file (a device or FIFO would never end format
+// detection), and refuses an image beyond the input limits from its header alone.
+std::unique_ptr<OIIO::ImageInput> openChecked(const std::string& path, const std::string& origin,
+                                              const OIIO::ImageSpec* config) {
+    const std::string unreadable = unreadableReason(path);
+    if (!unreadable.empty()) throw ImageIOError(messageStart(path, origin) + unreadable);
+    auto in = OIIO::ImageInput::open(path, config);
+    if (!in) throw ImageIOError(messageStart(path, origin) + oneLine(OIIO::geterror()));
+    const OIIO::ImageSpec& spec = in->spec();
+    if (spec.width <= 0 || spec.height <= 0 || spec.nchannels <= 0 || spec.depth > 1)
+        throw ImageIOError(messageStart(path, origin) + "it has no pixels, or is a volume");
+    std::string too_large = inputLimits().refusal(spec.width, spec.height);
+    const double file_bytes = double(spec.width) * spec.height * spec.nchannels * sizeof(float);
+    if (too_large.empty() && file_bytes > double(inputLimits().max_bytes))
+        too_large = std::to_string(spec.nchannels) + " channels need " + describeBytes(file_bytes) +
+                    " as floats, more than the " + describeBytes(double(inputLimits().max_bytes)) + " allowed per image";
+    if (!too_large.empty()) throw ImageIOError(messageStart(path, origin) + too_large);
+    return in;
+}
+
 }  // namespace
 
-Image loadImage(const std::string& path) {
+Image loadImage(const std::string& path, const std::string& origin) {
     // Ask readers to leave unassociated (straight) alpha as it is in the file.
     OIIO::ImageSpec config;
     config.attribute("oiio:UnassociatedAlpha", 1);
-    auto in = OIIO::ImageInput::open(path, &config);
-    if (!in) throw ImageIOError("cannot read image '" + path + "': " + OIIO::geterror());
+    const LibraryChatterMuted muted;
+    const std::unique_ptr<OIIO::ImageInput> in = openChecked(path, origin, &config);
     const OIIO::ImageSpec& spec = in->spec();
     const int count = spec.nchannels;
-    if (spec.width <= 0 || spec.height <= 0 || count <= 0)
-        throw ImageIOError("cannot read image '" + path + "': it has no pixels");
-    std::vector<float> data(static_cast<std::size_t>(spec.width) * spec.height * count);
+    std::vector<float> data;
+    Image image;
+    try {
+        data.resize(static_cast<std::size_t>(spec.width) * spec.height * count);
+        image = Image(spec.width, spec.height);
+    } catch (const std::bad_alloc&) {
+        throw ImageIOError(messageStart(path, origin) + "not enough memory for its " + std::to_string(spec.width) +
+                           " x " + std::to_string(spec.height) + " pixels");
+    }
     if (!in->read_image(0, 0, 0, count, OIIO::TypeDesc::FLOAT, data.data()))
-        throw ImageIOError("cannot read image '" + path + "': " + in->geterror());
+        throw ImageIOError(messageStart(path, origin) + oneLine(in->geterror()));
 
-    Image image(spec.width, spec.height);
     for (std::size_t i = 0; i < image.pixels().size(); ++i)
         image.pixels()[i] = toRGBA(&data[i * count], count, spec.alpha_channel);
     const bool has_alpha = spec.alpha_channel >= 0 || count == 2;
     if (has_alpha && spec.get_int_attribute("oiio:UnassociatedAlpha", 0) == 0) unpremultiply(image);
     return image;
+}
+
+ImageSize readImageSize(const std::string& path, const std::string& origin) {
+    const LibraryChatterMuted muted;
+    const std::unique_ptr<OIIO::ImageInput> in = openChecked(path, origin, nullptr);
+    return ImageSize{in->spec().width, in->spec().height};
 }
 
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {

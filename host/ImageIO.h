@@ -17,7 +17,17 @@ public:
 
 // Reads PNG, JPEG, TIFF, EXR (anything OpenImageIO reads): integer files normalised to
 // 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied.
-Image loadImage(const std::string& path);
+// The header is checked before any pixel is allocated: a path that is not a regular file, or
+// an image beyond inputLimits(), is refused. `origin` (e.g. "scene.json: layers[0].source.file")
+// starts every message, so a failure names where the file was asked for.
+Image loadImage(const std::string& path, const std::string& origin = "");
+
+// The size of the image at `path` from its header alone, with the same checks as loadImage.
+struct ImageSize {
+    int width = 0;
+    int height = 0;
+};
+ImageSize readImageSize(const std::string& path, const std::string& origin = "");
 
 // PNG at 8 or 16 bits per channel (straight alpha, as PNG defines it) or OpenEXR at 32-bit
 // float (premultiplied, as EXR defines it), chosen by the extension (.png / .exr). The file is

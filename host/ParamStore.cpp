@@ -1,6 +1,8 @@
 #include "host/ParamStore.h"
 
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <sstream>
@@ -49,6 +51,25 @@ std::string paramName(const PF_ParamDef& def) {
 }
 
 PF_Fixed toFixed(double x) { return static_cast<PF_Fixed>(std::lround(x * kFixedOne)); }
+
+// The shortest decimal that reads back as `raw` (65470 -> "0.999"), so a limit printed in a
+// message is accepted when typed back.
+std::string fixedText(PF_Fixed raw) {
+    char text[32];
+    for (int decimals = 0; decimals < 10; ++decimals) {
+        std::snprintf(text, sizeof text, "%.*f", decimals, raw / kFixedOne);
+        if (std::round(std::strtod(text, nullptr) * kFixedOne) == raw) break;
+    }
+    return text;
+}
+
+// A fixed slider stores rnd(x · 65536); the value is valid when that lies within the raw
+// limits, so a limit like 0.999 (raw 65470, not exactly 0.999) is itself accepted.
+bool fixedInRange(const PF_FixedSliderDef& fd, double x, std::string& limits) {
+    const double raw = std::round(x * kFixedOne);  // half away from zero, as the host rounds
+    limits = fixedText(fd.valid_min) + " .. " + fixedText(fd.valid_max);
+    return raw >= fd.valid_min && raw <= fd.valid_max;
+}
 
 // Valid range of a slider-like parameter in its user units; false for other types.
 bool validRange(const PF_ParamDef& def, double& lo, double& hi) {
@@ -298,7 +319,14 @@ void ParamStore::check_value(PF_ParamIndex index, const ParamValue& value) const
         if (!std::isfinite(v)) throw HostError(describe(index, def) + ": value is not a finite number");
     const double x = value.v[0];
     double lo = 0, hi = 0;
-    if (validRange(def, lo, hi) && (x < lo || x > hi)) {
+    std::string fixed_limits;
+    if (def.param_type == PF_Param_FIX_SLIDER) {
+        if (!fixedInRange(def.u.fd, x, fixed_limits)) {
+            std::ostringstream out;
+            out << describe(index, def) << ": " << x << " is outside the valid range " << fixed_limits;
+            throw HostError(out.str());
+        }
+    } else if (validRange(def, lo, hi) && (x < lo || x > hi)) {
         std::ostringstream out;
         out << describe(index, def) << ": " << x << " is outside the valid range " << lo << " .. " << hi;
         throw HostError(out.str());

@@ -6,4 +6,5 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/IterateGeneric.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Image.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GeneratedImages.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/ImageIO.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/ImageIO.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/InputFiles.cpp)
