@@ -33,7 +33,8 @@ public:
     std::string pending_path() const {
         if (frames_.empty()) return "";
         const Frame& top = frames_.back();
-        return top.array ? top.path + "[" + std::to_string(top.count) + "]" : join(top.path, top.key);
+        if (top.array) return top.path + "[" + std::to_string(top.count) + "]";
+        return top.key.empty() ? top.path : join(top.path, top.key);
     }
 
     [[noreturn]] void fail(const std::string& path, const std::string& problem) const {
