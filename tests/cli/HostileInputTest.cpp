@@ -7,6 +7,8 @@
 #include <array>
 #include <cstdint>
 #include <regex>
+#include <sys/stat.h>
+#include <unistd.h>
 
 #include "Refusal.h"
 #include "host/Image.h"
@@ -97,6 +99,24 @@ TEST(HostileInput, FilesThatAreNotRegularFilesOrNotImages) {
          {{"t.json", sceneWithTexture("cut.png")}, {"cut.png", truncatedPng()}}},
     };
     for (const InputCase& c : cases) expectOneLineRefusal(c);
+}
+
+// Files made here rather than written: a FIFO (opening it would wait for a writer forever) and,
+// where the tests do not run as root, a texture nobody may read.
+TEST(HostileInput, FifosAndUnreadableFilesAreNamed) {
+    clitest::TempFolder dir;
+    ASSERT_EQ(::mkfifo((dir / "pipe.json").c_str(), 0600), 0);
+    CliRun run = clitest::runCli(dir, {"pipe.json", "-o", "x.png"});
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_NE(run.err.find("pipe.json: cannot open the scene: is a FIFO"), std::string::npos) << run.err;
+    if (::geteuid() == 0) return;  // root reads every file
+    dir.write("t.json", sceneWithTexture("locked.png"));
+    dir.write("locked.png", "x");
+    ::chmod((dir / "locked.png").c_str(), 0);
+    run = clitest::runCli(dir, {"t.json", "-o", "x.png"});
+    EXPECT_EQ(run.exit_code, 2);
+    EXPECT_NE(run.err.find("layers[0].source.file: cannot read image 'locked.png': Permission denied"),
+              std::string::npos) << run.err;
 }
 
 TEST(HostileInput, ImagesAndCompositionsBeyondTheSizeLimits) {
