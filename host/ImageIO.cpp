@@ -14,6 +14,7 @@
 #include <memory>
 #include <mutex>
 #include <new>
+#include <sstream>
 #include <unistd.h>
 
 namespace host {
@@ -128,13 +129,10 @@ std::string messageStart(const std::string& path, const std::string& origin) {
 
 // OpenImageIO's messages may run over several lines (one per library complaint); ours are one.
 std::string oneLine(const std::string& text) {
-    std::string line;
-    for (char c : text) {
-        if (c != '\n') line += c;
-        else if (!line.empty() && line.compare(line.size() - 2, 2, "; ") != 0) line += "; ";
-    }
-    while (!line.empty() && (line.back() == ' ' || line.back() == ';')) line.pop_back();
-    return line.empty() ? "not an image OpenImageIO can read" : line;
+    std::string joined, line;
+    for (std::istringstream lines(text); std::getline(lines, line);)
+        if (!line.empty()) joined += (joined.empty() ? "" : "; ") + line;
+    return joined.empty() ? "not an image OpenImageIO can read" : joined;
 }
 
 // Opens `path` after checking it is a regular file (a device or FIFO would never end format
