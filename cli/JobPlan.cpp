@@ -1,8 +1,10 @@
 #include "cli/JobPlan.h"
 
 #include "cli/CliError.h"
+#include "host/Composition.h"
 
 #include <cctype>
+#include <climits>
 #include <cmath>
 #include <sstream>
 
@@ -28,10 +30,14 @@ void checkExtension(const std::string& path, int bit_depth) {
                        "-bit frames are written as PNG; name the file .png (or use --bit-depth 32 for .exr)");
 }
 
-// Last frame that starts inside the composition.
-int lastFrameOf(const SceneTiming& scene) {
-    const int frames = static_cast<int>(std::ceil(scene.duration * scene.frame_rate - 1e-9));
-    return frames > 0 ? frames - 1 : 0;
+// Last frame that starts inside the composition, counted as the scene reader counts it.
+int lastFrameOf(const SceneTiming& scene) { return host::lastFrameOf(scene.duration, scene.frame_rate); }
+
+// The frame shown at `seconds`, saturated rather than overflowing the int.
+int frameAt(double seconds, double frame_rate) {
+    const double frame = std::round(seconds * frame_rate);
+    if (!(frame > double(INT_MIN))) return frame > 0 ? INT_MAX : INT_MIN;  // also NaN
+    return frame >= double(INT_MAX) ? INT_MAX : static_cast<int>(frame);
 }
 
 std::vector<FrameJob> framesOf(int first, int last, double frame_rate) {
@@ -54,7 +60,7 @@ std::vector<FrameJob> selectFrames(const SceneTiming& scene, const Options& opti
             msg << "--time " << t << ": outside the composition (0 to " << scene.duration << " seconds)";
             throw badInput(msg.str());
         }
-        return {FrameJob{static_cast<int>(std::lround(t * scene.frame_rate)), t, ""}};
+        return {FrameJob{frameAt(t, scene.frame_rate), t, ""}};
     }
     FrameRange range;
     if (options.frames) {
@@ -62,7 +68,7 @@ std::vector<FrameJob> selectFrames(const SceneTiming& scene, const Options& opti
     } else if (scene.has_frames) {
         range = FrameRange{scene.first_frame, scene.last_frame};
     } else {
-        return {FrameJob{static_cast<int>(std::lround(scene.time * scene.frame_rate)), scene.time, ""}};
+        return {FrameJob{frameAt(scene.time, scene.frame_rate), scene.time, ""}};
     }
     if (range.last > last_frame) {
         throw badInput("frame " + std::to_string(range.last) + " is past the end of the composition (frames 0-" +

@@ -22,6 +22,8 @@ bool parseFrameNumber(const std::string& text, int& out) {
     return true;
 }
 
+constexpr double kGiB = 1024.0 * 1024.0 * 1024.0;
+
 const char* kDescription =
     "orbivane-render: renders frames of the Orbivane effect through the emulated After Effects\n"
     "host. Without a scene file it renders a built-in demo to orbivane-demo.png.";
@@ -82,7 +84,7 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     CLI::App app(kDescription, "orbivane-render");
     app.footer(kExamples);
     app.add_option("scene", o.scene, "Scene file (JSON, see docs/scene-format.md); none: the demo");
-    app.add_option("-o,--output", o.output,
+    auto* output_opt = app.add_option("-o,--output", o.output,
                    "Output file; #### is replaced by the zero-padded frame number (needed for\n"
                    "several frames). .png for 8/16 bits, .exr for 32 bits");
     auto* frames_opt = app.add_option("--frames", frames, "Frame range FIRST-LAST (inclusive), e.g. 0-47");
@@ -98,6 +100,14 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     app.add_option("-s,--set", o.overrides,
                    "Parameter override \"Name=value\" (repeatable): numbers, on/off, popup text,\n"
                    "layer name or none, colours r,g,b (0-255), points x,y (pixels)");
+    long long max_extent = o.limits.max_extent;
+    double max_gib = double(o.limits.max_bytes) / kGiB;
+    app.add_option("--max-image-size", max_extent,
+                   "Largest width or height of an input image or composition, pixels (default 30000)")
+        ->check(CLI::Range(1LL, 1LL << 30));
+    app.add_option("--max-image-memory", max_gib,
+                   "Memory one input image may take as float RGBA, GiB (default 4)")
+        ->check(CLI::Range(1.0 / 1024, 1024.0 * 1024));
     app.add_option("-m,--module", o.module, "Effect module (default: $ORBIVANE_MODULE, then next to\n"
                                              "this program, then the build's Orbivane.so)");
     app.add_flag("--flatten", o.flatten, "Composite over the composition's background colour");
@@ -128,6 +138,10 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
         if (*depth_opt) o.bit_depth = bit_depth;
         if (*ds_opt) o.downsample = downsample;
         if (*png_opt) setPngCompression(png_compression, o);
+        if (*output_opt && o.output.empty()) throw badInput("-o: the output file name is empty");
+        o.limits.max_extent = max_extent;
+        o.limits.max_bytes = static_cast<long long>(max_gib * kGiB);
+        host::setInputLimits(o.limits);
     } catch (const CLI::CallForHelp&) {
         std::cout << app.help();
         parsed.finished = true;

@@ -1,6 +1,8 @@
 #pragma once
 // What the user asked for on the command line, before any file is read.
 
+#include "host/InputFiles.h"
+
 #include <optional>
 #include <string>
 #include <vector>
@@ -23,6 +25,10 @@ struct Options {
     std::optional<int> downsample;     // 1 full resolution, 2 half, ...
     int threads = 0;                   // render threads; 0: all cores
     std::vector<std::string> overrides;  // "Name=value", applied after the scene's parameters
+
+    // Largest input image or composition (--max-image-size, --max-image-memory); put in force by
+    // parseCommandLine, before any input is read.
+    host::InputLimits limits;
 
     std::string module;  // effect module to load; empty: search the usual places
     bool flatten = false;  // composite over the composition's background instead of alpha

@@ -1,6 +1,9 @@
 #include "host/Composition.h"
 
+#include <algorithm>
+#include <climits>
 #include <cmath>
+#include <cstdint>
 #include <utility>
 
 namespace host {
@@ -22,11 +25,19 @@ Composition::Composition(std::string name, int width, int height, double frame_r
       frame_rate_(frame_rate),
       duration_(duration) {}
 
+int lastFrameOf(double duration, double frame_rate) {
+    const double frames = std::ceil(duration * frame_rate - 1e-9);
+    if (!(frames >= 1.0)) return 0;
+    return frames > double(INT_MAX) ? INT_MAX - 1 : static_cast<int>(frames) - 1;
+}
+
 unsigned Composition::time_scale() const {
     // Hundredths of a frame keep every frame time exact, including 29.97 fps.
-    double scale = std::round(frame_rate_ * 100.0);
+    const double scale = std::round(std::min(frame_rate_, kMaxFrameRate) * 100.0);
     return scale >= 1.0 ? static_cast<unsigned>(scale) : 100u;
 }
+
+double Composition::max_seconds() const { return double(INT32_MAX) / time_scale(); }
 
 Layer& Composition::add_layer(Layer layer) {
     layer.id = next_id_++;

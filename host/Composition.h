@@ -52,6 +52,7 @@ enum class GeneratedPattern { None, Solid, Checkerboard, UvGrid, Gradient };
 struct FootageSource {
     std::string name;  // the project item's name, shown when the layer has no name of its own
     std::string path;  // image file; empty for generated sources
+    std::string origin;  // where the file was asked for, e.g. "scene.json: layers[0].source.file"
     GeneratedPattern pattern = GeneratedPattern::None;
     int width = 0;      // pixels; for files, 0 until the host has read the file
     int height = 0;
@@ -128,8 +129,16 @@ struct DefaultCamera {
     Vec3 position;     // looking along +z, unrotated
 };
 
+// The last frame that starts inside a composition of `duration` seconds (frame = time × rate),
+// 0 for a composition shorter than a frame; never beyond the largest int.
+int lastFrameOf(double duration, double frame_rate);
+
 class Composition {
 public:
+    // Fastest frame rate the host takes: its time scale (hundredths of a frame) stays far
+    // inside 32 bits.
+    static constexpr double kMaxFrameRate = 1e6;
+
     Composition(std::string name, int width, int height, double frame_rate, double duration);
 
     const std::string& name() const { return name_; }
@@ -145,6 +154,10 @@ public:
     void set_background(const Color& c) { background_ = c; }
     // Ticks per second of the times the host reports for this composition.
     unsigned time_scale() const;
+    // Times reach the effect as 32-bit counts of ticks: the longest time, in seconds, that they
+    // can express (either way from 0).
+    double max_seconds() const;
+    int last_frame() const { return lastFrameOf(duration_, frame_rate_); }
 
     // Appends below the current bottom layer; gives it a fresh id and fills the defaults that
     // depend on the composition (duration; a camera's zoom and focus distance).

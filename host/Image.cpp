@@ -1,10 +1,12 @@
 #include "host/Image.h"
 
 #include "host/AreaSampler.h"
+#include "host/InputFiles.h"
 #include "host/RowBands.h"
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 #include <type_traits>
 
 namespace host {

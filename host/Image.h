@@ -3,9 +3,13 @@
 // white 1.0, row 0 at the top. Layers become effect worlds through imageToWorld, optionally at
 // a downsampled resolution, and rendered worlds come back through worldToImage.
 
+#include "host/Bytes.h"
 #include "host/PixelWorld.h"
 
 #include <cstddef>
+#include <new>
+#include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace host {
@@ -20,14 +24,33 @@ struct RGBA {
 inline bool operator==(const RGBA& x, const RGBA& y) { return x.r == y.r && x.g == y.g && x.b == y.b && x.a == y.a; }
 inline bool operator!=(const RGBA& x, const RGBA& y) { return !(x == y); }
 
+// Raised when the pixels of an image do not fit in memory; says which image. A bad_alloc, so
+// code that answers out-of-memory errors still recognises it.
+class ImageAllocationError : public std::bad_alloc {
+public:
+    ImageAllocationError(int width, int height)
+        : message_("not enough memory for a " + std::to_string(width) + " x " + std::to_string(height) +
+                   " image (" + describeBytes(double(width) * double(height) * sizeof(RGBA)) + ")") {}
+    const char* what() const noexcept override { return message_.c_str(); }
+
+private:
+    std::string message_;
+};
+
 class Image {
 public:
     Image() = default;
-    // Inline, so the image-IO module needs nothing else from the host.
-    Image(int width, int height, RGBA fill = RGBA{})
-        : width_(width > 0 ? width : 0),
-          height_(height > 0 ? height : 0),
-          pixels_(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill) {}
+    // Inline, so the image-IO module needs nothing else from the host. Throws
+    // ImageAllocationError when the pixels do not fit in memory.
+    Image(int width, int height, RGBA fill = RGBA{}) : width_(width > 0 ? width : 0), height_(height > 0 ? height : 0) {
+        try {
+            pixels_.assign(static_cast<std::size_t>(width_) * static_cast<std::size_t>(height_), fill);
+        } catch (const std::bad_alloc&) {
+            throw ImageAllocationError(width_, height_);
+        } catch (const std::length_error&) {  // more bytes than the address space holds
+            throw ImageAllocationError(width_, height_);
+        }
+    }
 
     int width() const { return width_; }
     int height() const { return height_; }

@@ -19,8 +19,18 @@ public:
 
 // Reads PNG, JPEG, TIFF, EXR (anything OpenImageIO reads): integer files normalised to
 // 0..1, grey expanded to RGB, missing alpha opaque, premultiplied files un-premultiplied; and
-// pixel dumps (host/ImageDump.h) as they are.
-Image loadImage(const std::string& path);
+// pixel dumps (host/ImageDump.h) as they are. The header is checked before any pixel is
+// allocated: a path that is not a regular file, or an image beyond inputLimits(), is refused.
+// `origin` (e.g. "scene.json: layers[0].source.file") starts every message, so a failure names
+// where the file was asked for.
+Image loadImage(const std::string& path, const std::string& origin = "");
+
+// The size of the image at `path` from its header alone, with the same checks as loadImage.
+struct ImageSize {
+    int width = 0;
+    int height = 0;
+};
+ImageSize readImageSize(const std::string& path, const std::string& origin = "");
 
 // The PNG settings of the fastest and of the smallest files.
 constexpr int kPngFastLevel = 1;
@@ -55,12 +65,5 @@ inline ImageIOError outOfMemoryWhileEncoding(const Image& image, const std::stri
     return ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +
                         std::to_string(image.width()) + " x " + std::to_string(image.height()) + " pixels");
 }
-
-// Width and height from the file's header, without reading its pixels.
-struct ImageSize {
-    int width = 0;
-    int height = 0;
-};
-ImageSize readImageSize(const std::string& path);
 
 }  // namespace host

@@ -6,9 +6,9 @@
 
 namespace host {
 
-Image loadImage(const std::string& path) { return readImageDump(path); }
+Image loadImage(const std::string& path, const std::string&) { return readImageDump(path); }
 
-ImageSize readImageSize(const std::string& path) {
+ImageSize readImageSize(const std::string& path, const std::string&) {
     ImageSize size;
     readImageDumpSize(path, size.width, size.height);
     return size;

@@ -4,6 +4,7 @@
 #include "host/FileCommit.h"
 #include "host/ImageDump.h"
 #include "host/ImageIOModule.h"
+#include "host/InputFiles.h"
 #include "host/SystemFaults.h"
 
 #include <dlfcn.h>
@@ -62,9 +63,46 @@ const ImageIOModule& module(const std::string& action, const std::string& path) 
 
 }  // namespace
 
-Image loadImage(const std::string& path) {
+namespace {
+
+std::string withOrigin(const std::string& origin, const std::string& message) {
+    return origin.empty() ? message : origin + ": " + message;
+}
+
+// A regular file whose header fits the input limits, checked before any pixel is allocated (a
+// device or FIFO would never end the image library's format detection). Throws ImageIOError
+// naming `origin` and the file.
+ImageHeader checkedHeader(const std::string& path, const std::string& origin) {
+    const std::string cannot = "cannot read image '" + path + "': ";
+    const std::string unreadable = unreadableReason(path);
+    if (!unreadable.empty()) throw ImageIOError(withOrigin(origin, cannot + unreadable));
+    ImageHeader header;
+    try {
+        header = module("read", path).header(path);
+    } catch (const ImageIOError& e) {
+        throw ImageIOError(withOrigin(origin, e.what()));
+    }
+    if (header.width <= 0 || header.height <= 0 || header.channels <= 0 || header.depth > 1)
+        throw ImageIOError(withOrigin(origin, cannot + "it has no pixels, or is a volume"));
+    std::string too_large = inputLimits().refusal(header.width, header.height);
+    const double file_bytes = double(header.width) * header.height * header.channels * sizeof(float);
+    if (too_large.empty() && file_bytes > double(inputLimits().max_bytes))
+        too_large = std::to_string(header.channels) + " channels need " + describeBytes(file_bytes) +
+                    " as floats, more than the " + describeBytes(double(inputLimits().max_bytes)) + " allowed per image";
+    if (!too_large.empty()) throw ImageIOError(withOrigin(origin, cannot + too_large));
+    return header;
+}
+
+}  // namespace
+
+Image loadImage(const std::string& path, const std::string& origin) {
     if (isImageDump(path)) return readImageDump(path);
-    return module("read", path).load(path);
+    checkedHeader(path, origin);
+    try {
+        return module("read", path).load(path);
+    } catch (const ImageIOError& e) {
+        throw ImageIOError(withOrigin(origin, e.what()));
+    }
 }
 
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
@@ -77,11 +115,14 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
     }
 }
 
-ImageSize readImageSize(const std::string& path) {
-    if (!isImageDump(path)) return module("read", path).size(path);
+ImageSize readImageSize(const std::string& path, const std::string& origin) {
     ImageSize size;
-    readImageDumpSize(path, size.width, size.height);
-    return size;
+    if (isImageDump(path)) {
+        readImageDumpSize(path, size.width, size.height);
+        return size;
+    }
+    const ImageHeader header = checkedHeader(path, origin);
+    return ImageSize{header.width, header.height};
 }
 
 }  // namespace host

@@ -7,13 +7,27 @@
 #include "host/ImageIO.h"
 
 #include <string>
+#include <vector>
 
 namespace host {
+
+// What a file's header says, read without its pixels.
+struct ImageHeader {
+    int width = 0;
+    int height = 0;
+    int channels = 0;
+    int depth = 1;  // more than 1 for a volume
+};
+
+// The module's own readers and writer. Their messages name the file; the host checks the file
+// and its header against its input limits before asking for pixels.
+Image readImagePixels(const std::string& path);
+ImageHeader readImageHeader(const std::string& path);
 
 struct ImageIOModule {
     Image (*load)(const std::string& path);
     std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
-    ImageSize (*size)(const std::string& path);
+    ImageHeader (*header)(const std::string& path);
 };
 
 }  // namespace host

@@ -1,18 +1,10 @@
 // The image-IO module's entry point: OpenImageIO's readers and writers behind a function table.
 #include "host/ImageIOModule.h"
 
-#include <OpenImageIO/imageio.h>
-
 namespace host {
 namespace {
 
-ImageSize headerSize(const std::string& path) {
-    auto in = OIIO::ImageInput::open(path);
-    if (!in) throw ImageIOError("cannot read image '" + path + "': " + OIIO::geterror());
-    return ImageSize{in->spec().width, in->spec().height};
-}
-
-const ImageIOModule kModule{&loadImage, &encodeImage, &headerSize};
+const ImageIOModule kModule{&readImagePixels, &encodeImage, &readImageHeader};
 
 }  // namespace
 }  // namespace host

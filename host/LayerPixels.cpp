@@ -33,7 +33,7 @@ FootageSource sized(const FootageSource& source, int width, int height) {
 }  // namespace
 
 Image sourceImage(const FootageSource& s) {
-    if (s.is_file()) return loadImage(s.path);
+    if (s.is_file()) return loadImage(s.path, s.origin);
     if (s.width <= 0 || s.height <= 0) return Image();
     switch (s.pattern) {
         case GeneratedPattern::Checkerboard:

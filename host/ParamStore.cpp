@@ -1,6 +1,9 @@
 #include "host/ParamStore.h"
 
+#include <algorithm>
 #include <cmath>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 #include <map>
 #include <sstream>
@@ -49,6 +52,33 @@ std::string paramName(const PF_ParamDef& def) {
 }
 
 PF_Fixed toFixed(double x) { return static_cast<PF_Fixed>(std::lround(x * kFixedOne)); }
+
+// A decimal limit such as 0.99 has no exact 16.16 form, and a module registers the raw value
+// next to it on either side (64880 for 0.99, although 0.99 rounds to 64881). A value less than
+// one 16.16 step beyond a raw limit is therefore that limit as written: it is accepted, and
+// held to the raw limit when stored.
+bool nearFixedRange(const PF_FixedSliderDef& fd, double x) {
+    const double scaled = x * kFixedOne;
+    return scaled > fd.valid_min - 1.0 && scaled < fd.valid_max + 1.0;
+}
+
+// The shortest decimal that names the raw limit in that sense (64880 -> "0.99", 65470 ->
+// "0.999"), so a limit printed in a message is accepted when typed back.
+std::string fixedLimitText(PF_Fixed raw) {
+    char text[32];
+    for (int decimals = 0; decimals < 10; ++decimals) {
+        std::snprintf(text, sizeof text, "%.*f", decimals, raw / kFixedOne);
+        if (std::fabs(std::strtod(text, nullptr) * kFixedOne - raw) < 1.0) break;
+    }
+    return text;
+}
+
+// `value` with a fixed slider's number held to the raw limits (a change below one 16.16 step).
+ParamValue heldToFixedRange(const PF_ParamDef& def, ParamValue value) {
+    if (def.param_type == PF_Param_FIX_SLIDER)
+        value.v[0] = std::min(std::max(value.v[0], def.u.fd.valid_min / kFixedOne), def.u.fd.valid_max / kFixedOne);
+    return value;
+}
 
 // Valid range of a slider-like parameter in its user units; false for other types.
 bool validRange(const PF_ParamDef& def, double& lo, double& hi) {
@@ -298,7 +328,14 @@ void ParamStore::check_value(PF_ParamIndex index, const ParamValue& value) const
         if (!std::isfinite(v)) throw HostError(describe(index, def) + ": value is not a finite number");
     const double x = value.v[0];
     double lo = 0, hi = 0;
-    if (validRange(def, lo, hi) && (x < lo || x > hi)) {
+    if (def.param_type == PF_Param_FIX_SLIDER) {
+        if (!nearFixedRange(def.u.fd, x)) {
+            std::ostringstream out;
+            out << describe(index, def) << ": " << x << " is outside the valid range "
+                << fixedLimitText(def.u.fd.valid_min) << " .. " << fixedLimitText(def.u.fd.valid_max);
+            throw HostError(out.str());
+        }
+    } else if (validRange(def, lo, hi) && (x < lo || x > hi)) {
         std::ostringstream out;
         out << describe(index, def) << ": " << x << " is outside the valid range " << lo << " .. " << hi;
         throw HostError(out.str());
@@ -318,16 +355,18 @@ void ParamStore::check_value(PF_ParamIndex index, const ParamValue& value) const
 
 ParamStore::Entry& ParamStore::valued_entry(PF_ParamIndex index) { return defs_.at(index); }
 
-void ParamStore::set(PF_ParamIndex index, const ParamValue& value) {
-    check_value(index, value);
+void ParamStore::set(PF_ParamIndex index, const ParamValue& given) {
+    check_value(index, given);
     Entry& entry = valued_entry(index);
+    const ParamValue value = heldToFixedRange(entry.def, given);
     entry.value.set(value);
     entry.user_set = true;
 }
 
-void ParamStore::add_key(PF_ParamIndex index, double comp_seconds, const ParamValue& value) {
-    check_value(index, value);
+void ParamStore::add_key(PF_ParamIndex index, double comp_seconds, const ParamValue& given) {
+    check_value(index, given);
     Entry& entry = valued_entry(index);
+    const ParamValue value = heldToFixedRange(entry.def, given);
     if (entry.def.flags & PF_ParamFlag_CANNOT_TIME_VARY)
         throw HostError(describe(index, entry.def) + " cannot be keyframed");
     if (!entry.user_set) entry.value.set(value);

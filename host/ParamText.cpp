@@ -55,9 +55,11 @@ SceneValue parseParamText(const std::string& raw) {
         v.kind = SceneValue::Kind::None;
     } else if (word == "true" || word == "on") {
         v.kind = SceneValue::Kind::Number;
+        v.boolean = true;
         v.number = 1;
     } else if (word == "false" || word == "off") {
         v.kind = SceneValue::Kind::Number;
+        v.boolean = true;
         v.number = 0;
     } else if (parseNumber(text, v.number)) {
         v.kind = SceneValue::Kind::Number;

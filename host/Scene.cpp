@@ -1,10 +1,11 @@
 #include "host/Scene.h"
 
 #include "host/ImageIO.h"
-
-#include <nlohmann/json.hpp>
+#include "host/InputFiles.h"
+#include "host/SceneJson.h"
 
 #include <cmath>
+#include <cstdio>
 #include <fstream>
 #include <initializer_list>
 #include <map>
@@ -14,8 +15,7 @@ namespace host {
 
 namespace {
 
-// Ordered, so parameters keep the order they are written in.
-using Json = nlohmann::ordered_json;
+using Json = SceneJson;
 
 std::string field(const std::string& path, const std::string& key) {
     return path.empty() ? key : path + "." + key;
@@ -23,6 +23,13 @@ std::string field(const std::string& path, const std::string& key) {
 
 std::string element(const std::string& path, std::size_t i) {
     return path + "[" + std::to_string(i) + "]";
+}
+
+// Up to ten significant digits without exponent for ordinary sizes: 2147483.647, 1000000.
+std::string shown(double v) {
+    char text[32];
+    std::snprintf(text, sizeof text, "%.10g", v);
+    return text;
 }
 
 std::string base_name(const std::string& path) {
@@ -36,8 +43,11 @@ public:
     explicit Reader(std::string file) : file_(std::move(file)) {}
 
     [[noreturn]] void fail(const std::string& path, const std::string& problem) const {
-        throw SceneError(file_ + ": " + path + ": " + problem);
+        throw SceneError(origin(path) + ": " + problem);
     }
+
+    // "scene.json: layers[0].source.file", for messages made elsewhere.
+    std::string origin(const std::string& path) const { return file_ + ": " + path; }
 
     void only_fields(const Json& object, const std::string& path,
                      std::initializer_list<const char*> allowed) const {
@@ -71,6 +81,39 @@ public:
         if (v < 1) fail(path, "expected a whole number of at least 1");
         return v;
     }
+
+    // A width or height: a whole number from 1 to the largest extent the host takes.
+    int extent(const Json& j, const std::string& path) const {
+        const int v = positive_integer(j, path);
+        if (v > inputLimits().max_extent)
+            fail(path, std::to_string(v) + " pixels is more than the " + std::to_string(inputLimits().max_extent) +
+                           " allowed");
+        return v;
+    }
+
+    // A whole `width` x `height` image (or frame) must fit the memory allowed for one image.
+    void fits(int width, int height, const std::string& path) const {
+        const std::string why = inputLimits().refusal(width, height);
+        if (!why.empty()) fail(path, why);
+    }
+
+    // [numerator, denominator], whole numbers from 1 to 32767 (a pixel aspect ratio).
+    std::pair<int, int> ratio(const Json& j, const std::string& path) const {
+        const std::vector<double> r = numbers(j, path, 2);
+        for (double v : r)
+            if (!(v >= 1 && v <= 32767) || v != std::floor(v))
+                fail(path, "expected [numerator, denominator], whole numbers from 1 to 32767");
+        return {static_cast<int>(r[0]), static_cast<int>(r[1])};
+    }
+
+    // A time that the host can count in its 32-bit ticks (±`limit` seconds).
+    double time(const Json& j, const std::string& path, double limit) const {
+        const double v = number(j, path);
+        if (std::fabs(v) > limit) fail(path, seconds(v) + " is beyond the host's time range (" + seconds(limit) + ")");
+        return v;
+    }
+
+    static std::string seconds(double v) { return shown(v) + " seconds"; }
 
     bool boolean(const Json& j, const std::string& path) const {
         if (!j.is_boolean()) fail(path, "expected true or false");
@@ -178,7 +221,7 @@ public:
         scene.composition = composition(doc["composition"], "composition");
         layers(doc["layers"], "layers", scene);
         if (scene.effect_layer_id == 0) in_.fail("layers", "no layer carries an \"effect\"");
-        if (doc.contains("render")) scene.render = render(doc["render"], "render");
+        if (doc.contains("render")) scene.render = render(doc["render"], "render", *scene.composition);
         return scene;
     }
 
@@ -196,24 +239,34 @@ private:
                                   "duration", "background"});
         for (const char* required : {"width", "height", "frame_rate", "duration"})
             if (!j.contains(required)) in_.fail(field(path, required), "missing");
+        const int width = in_.extent(j["width"], field(path, "width"));
+        const int height = in_.extent(j["height"], field(path, "height"));
+        in_.fits(width, height, path);
         auto comp = std::make_shared<Composition>(
-            j.contains("name") ? in_.text(j["name"], field(path, "name")) : "Comp 1",
-            in_.positive_integer(j["width"], field(path, "width")),
-            in_.positive_integer(j["height"], field(path, "height")),
-            in_.positive(j["frame_rate"], field(path, "frame_rate")),
+            j.contains("name") ? in_.text(j["name"], field(path, "name")) : "Comp 1", width, height,
+            frame_rate(j["frame_rate"], field(path, "frame_rate")),
             in_.positive(j["duration"], field(path, "duration")));
+        if (comp->duration() > comp->max_seconds()) {
+            in_.fail(field(path, "duration"), shown(comp->duration()) + " seconds at " + shown(comp->frame_rate()) +
+                                                  " frames per second is beyond the host's time range (" +
+                                                  shown(comp->max_seconds()) + " seconds)");
+        }
         if (j.contains("pixel_aspect")) {
-            std::string p = field(path, "pixel_aspect");
-            std::vector<double> r = in_.numbers(j["pixel_aspect"], p, 2);
-            if (r[0] < 1 || r[1] < 1 || r[0] != std::floor(r[0]) || r[1] != std::floor(r[1])) {
-                in_.fail(p, "expected [numerator, denominator], whole numbers of at least 1");
-            }
-            comp->set_pixel_aspect(static_cast<int>(r[0]), static_cast<int>(r[1]));
+            const std::pair<int, int> r = in_.ratio(j["pixel_aspect"], field(path, "pixel_aspect"));
+            comp->set_pixel_aspect(r.first, r.second);
         }
         if (j.contains("background")) {
             comp->set_background(in_.color(j["background"], field(path, "background")));
         }
         return comp;
+    }
+
+    double frame_rate(const Json& j, const std::string& path) const {
+        const double rate = in_.positive(j, path);
+        if (rate > Composition::kMaxFrameRate)
+            in_.fail(path, shown(rate) + " frames per second is more than the " + shown(Composition::kMaxFrameRate) +
+                               " the host takes");
+        return rate;
     }
 
     void layers(const Json& j, const std::string& path, Scene& scene) {
@@ -240,6 +293,19 @@ private:
             if (parent->id == child.id) in_.fail(parents[i].second, "a layer cannot be its own parent");
             child.parent_id = parent->id;
         }
+        for (std::size_t i = 0; i < parents.size(); ++i) refuse_parent_cycle(*scene.composition, i, parents[i].second);
+    }
+
+    // Following the parents up from layer `index` must end; coming back to it is a cycle.
+    void refuse_parent_cycle(const Composition& comp, std::size_t index, const std::string& path) const {
+        const Layer& start = comp.layer(index);
+        std::string chain = "\"" + start.display_name() + "\"";
+        std::size_t steps = 0;
+        for (const Layer* at = comp.parent_of(start); at != nullptr && steps <= comp.num_layers();
+             at = comp.parent_of(*at), ++steps) {
+            chain += " -> \"" + at->display_name() + "\"";
+            if (at->id == start.id) in_.fail(path, "the parents form a cycle: " + chain);
+        }
     }
 
     Layer layer(const Json& j, const std::string& path, const Composition& comp) {
@@ -253,9 +319,7 @@ private:
                                         {"null", LayerKind::Null}, {"camera", LayerKind::Camera},
                                         {"light", LayerKind::Light}});
         optional(j, path, "name", l.name, &Reader::text);
-        optional(j, path, "start_time", l.start_time, &Reader::number);
-        optional(j, path, "in_point", l.in_point, &Reader::number);
-        optional(j, path, "duration", l.duration, &Reader::positive);
+        layer_times(j, path, comp.max_seconds(), l);
         optional(j, path, "video", l.video_active, &Reader::boolean);
         optional(j, path, "3d", l.is_3d, &Reader::boolean);
 
@@ -271,6 +335,15 @@ private:
         if (j.contains("camera")) camera(j["camera"], field(path, "camera"), l.camera);
         if (j.contains("light")) light(j["light"], field(path, "light"), l.light);
         return l;
+    }
+
+    void layer_times(const Json& j, const std::string& path, double limit, Layer& l) const {
+        if (j.contains("start_time")) l.start_time = in_.time(j["start_time"], field(path, "start_time"), limit);
+        if (j.contains("in_point")) l.in_point = in_.time(j["in_point"], field(path, "in_point"), limit);
+        if (j.contains("duration")) {
+            in_.positive(j["duration"], field(path, "duration"));
+            l.duration = in_.time(j["duration"], field(path, "duration"), limit);
+        }
     }
 
     void require_only_for(const Json& j, const std::string& path, const char* key, bool allowed) {
@@ -302,8 +375,11 @@ private:
             in_.fail(path, "expected either \"file\" or \"generate\"");
         }
         if (file) {
-            s.path = resolve(in_.text(j["file"], field(path, "file")));
-            read_image_size(s, field(path, "file"));
+            const std::string name = in_.text(j["file"], field(path, "file"));
+            if (name.empty()) in_.fail(field(path, "file"), "expected a file name");
+            s.path = resolve(name);
+            s.origin = in_.origin(field(path, "file"));
+            read_image_size(s);
         } else {
             if (j.contains("generate")) {
                 s.pattern = in_.choice<GeneratedPattern>(
@@ -313,17 +389,17 @@ private:
             }
             for (const char* required : {"width", "height"})
                 if (!j.contains(required)) in_.fail(field(path, required), "missing");
-            s.width = in_.positive_integer(j["width"], field(path, "width"));
-            s.height = in_.positive_integer(j["height"], field(path, "height"));
+            s.width = in_.extent(j["width"], field(path, "width"));
+            s.height = in_.extent(j["height"], field(path, "height"));
+            in_.fits(s.width, s.height, path);
         }
         optional(j, path, "color", s.color, &Reader::color);
         optional(j, path, "color2", s.color2, &Reader::color);
         optional(j, path, "cell", s.cell, &Reader::positive_integer);
         if (j.contains("pixel_aspect")) {
-            std::vector<double> r = in_.numbers(j["pixel_aspect"], field(path, "pixel_aspect"), 2);
-            if (r[0] < 1 || r[1] < 1) in_.fail(field(path, "pixel_aspect"), "expected whole numbers of at least 1");
-            s.par_num = static_cast<int>(r[0]);
-            s.par_den = static_cast<int>(r[1]);
+            const std::pair<int, int> r = in_.ratio(j["pixel_aspect"], field(path, "pixel_aspect"));
+            s.par_num = r.first;
+            s.par_den = r.second;
         }
         s.name = j.contains("name") ? in_.text(j["name"], field(path, "name")) : default_source_name(s);
         return s;
@@ -346,16 +422,16 @@ private:
         return base_dir_ + "/" + file;
     }
 
-    // Only the header is read here; the pixels are loaded when a frame needs them.
-    void read_image_size(FootageSource& s, const std::string& path) {
-        ImageSize size;
+    // Only the header is read here (and checked against the input limits); the pixels are
+    // loaded when the session starts.
+    static void read_image_size(FootageSource& s) {
         try {
-            size = readImageSize(s.path);
-        } catch (const ImageIOError&) {
-            in_.fail(path, "cannot read image \"" + s.path + "\"");
+            const ImageSize size = readImageSize(s.path, s.origin);
+            s.width = size.width;
+            s.height = size.height;
+        } catch (const ImageIOError& e) {
+            throw SceneError(e.what());
         }
-        s.width = size.width;
-        s.height = size.height;
     }
 
     void transform(const Json& j, const std::string& path, Layer& l) {
@@ -454,6 +530,7 @@ private:
             v.kind = SceneValue::Kind::None;
         } else if (j.is_boolean()) {
             v.kind = SceneValue::Kind::Number;
+            v.boolean = true;
             v.number = j.get<bool>() ? 1 : 0;
         } else if (j.is_number()) {
             v.kind = SceneValue::Kind::Number;
@@ -470,17 +547,24 @@ private:
         return v;
     }
 
-    SceneRender render(const Json& j, const std::string& path) {
+    // Times and frames are held to the composition as the command line's --time and --frames are.
+    SceneRender render(const Json& j, const std::string& path, const Composition& comp) {
         in_.only_fields(j, path, {"time", "frames", "bit_depth", "downsample"});
         SceneRender r;
         if (j.contains("time") && j.contains("frames")) in_.fail(path, "give either \"time\" or \"frames\"");
         optional(j, path, "time", r.time, &Reader::number);
+        if (!(r.time >= 0 && r.time < comp.duration()))
+            in_.fail(field(path, "time"), shown(r.time) + " is outside the composition (0 to " +
+                                              shown(comp.duration()) + " seconds)");
         if (j.contains("frames")) {
             std::string fp = field(path, "frames");
             std::vector<double> f = in_.numbers(j["frames"], fp, 2);
             int first = in_.integer(j["frames"][0], element(fp, 0));
             int last = in_.integer(j["frames"][1], element(fp, 1));
             if (first < 0 || last < first) in_.fail(fp, "expected [first, last] with 0 <= first <= last");
+            if (last > comp.last_frame())
+                in_.fail(fp, "frame " + std::to_string(last) + " is past the end of the composition (frames 0-" +
+                                 std::to_string(comp.last_frame()) + ")");
             r.has_frames = true;
             r.first_frame = first;
             r.last_frame = last;
@@ -492,6 +576,9 @@ private:
             }
         }
         optional(j, path, "downsample", r.downsample, &Reader::positive_integer);
+        if (r.downsample > SceneRender::kMaxDownsample)
+            in_.fail(field(path, "downsample"), "expected a whole number from 1 to " +
+                                                    std::to_string(SceneRender::kMaxDownsample));
         return r;
     }
 
@@ -509,23 +596,24 @@ std::vector<double> SceneRender::times(double frame_rate) const {
 }
 
 Scene parse_scene(const std::string& text, const std::string& file, const std::string& base_dir) {
-    Json doc;
-    try {
-        doc = Json::parse(text);
-    } catch (const nlohmann::json::parse_error& e) {
-        throw SceneError(file + ": not valid JSON: " + e.what());
-    }
+    const Json doc = parseSceneJson(text, file);
     return SceneParser(file, base_dir).parse(doc, file);
 }
 
 Scene load_scene(const std::string& path) {
-    std::ifstream in(path);
-    if (!in) throw SceneError(path + ": cannot open the file");
-    std::stringstream text;
-    text << in.rdbuf();
+    // A device or FIFO would never end (/dev/zero), a folder reads as empty text.
+    const std::string unreadable = unreadableReason(path);
+    if (!unreadable.empty()) throw SceneError(path + ": cannot open the scene: " + unreadable);
     std::size_t slash = path.find_last_of('/');
     std::string dir = slash == std::string::npos ? std::string() : path.substr(0, slash);
-    return parse_scene(text.str(), path, dir);
+    try {
+        std::ifstream in(path, std::ios::binary);
+        std::stringstream text;
+        if (!(text << in.rdbuf()) && in.bad()) throw SceneError(path + ": cannot read the scene");
+        return parse_scene(text.str(), path, dir);
+    } catch (const std::bad_alloc&) {
+        throw SceneError(path + ": not enough memory to read the scene");
+    }
 }
 
 }  // namespace host

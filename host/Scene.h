@@ -32,6 +32,7 @@ struct SceneValue {
         Numbers,  // colours [r, g, b] 0..255, points [x, y] pixels
     };
     Kind kind = Kind::None;
+    bool boolean = false;  // a Number written as true/false (or on/off): only checkboxes take it
     double number = 0;
     std::string text;
     std::vector<double> numbers;
@@ -52,7 +53,9 @@ struct SceneRender {
     int first_frame = 0;      // inclusive
     int last_frame = 0;       // inclusive
     int bit_depth = 8;        // 8, 16 or 32
-    int downsample = 1;       // 1 full resolution, 2 half, ...
+    int downsample = 1;       // 1 full resolution, 2 half, ... up to kMaxDownsample
+
+    static constexpr int kMaxDownsample = 64;
 
     // The composition times to render, in order.
     std::vector<double> times(double frame_rate) const;
@@ -66,7 +69,9 @@ struct Scene {
     SceneRender render;
 };
 
-// Reads a scene file. Relative image paths are taken from the scene file's directory.
+// Reads a scene file. Relative image paths are taken from the scene file's directory. The file
+// must be a regular file; images and sizes are checked against inputLimits() (InputFiles.h),
+// image files from their headers.
 Scene load_scene(const std::string& path);
 
 // Parses scene text; `file` labels messages and `base_dir` anchors relative image paths.

@@ -54,6 +54,8 @@ private:
 
     ParamValue number(const SceneValue& v, const std::string& path) const {
         if (v.kind != SceneValue::Kind::Number) fail(path, std::string("\"") + def_.PF_DEF_NAME + "\" expects a number");
+        if (v.boolean && def_.param_type != PF_Param_CHECKBOX)
+            fail(path, std::string("\"") + def_.PF_DEF_NAME + "\" expects a number, not true/false");
         return ParamValue::number(v.number);
     }
 

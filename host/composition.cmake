@@ -4,6 +4,7 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/Transform.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Expression.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Scene.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/SceneJson.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AegpSuites.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AegpSuitesLayer.cpp
   ${CMAKE_CURRENT_LIST_DIR}/AegpSuitesStream.cpp

@@ -6,7 +6,8 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/IterateGeneric.cpp
   ${CMAKE_CURRENT_LIST_DIR}/Image.cpp
   ${CMAKE_CURRENT_LIST_DIR}/GeneratedImages.cpp
-  ${CMAKE_CURRENT_LIST_DIR}/ImageDump.cpp)
+  ${CMAKE_CURRENT_LIST_DIR}/ImageDump.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/InputFiles.cpp)
 if(WIN32)
   # No OpenImageIO for mingw: the Windows build reads the pixel dumps the Linux build decodes.
   target_sources(orbivane_host PRIVATE ${CMAKE_CURRENT_LIST_DIR}/ImageIODump.cpp)

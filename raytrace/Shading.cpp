@@ -1,5 +1,6 @@
 #include "raytrace/Shading.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "AEConfig.h"
@@ -155,7 +156,9 @@ void addLight(const RenderInfoTemplate<Cylinder>& info, const vLight& light,
     const double h = Vectormath::Aos::dot(mirrored, hit.view);
     if (h < 0.0) {
         const Rgb metal_tint = tintTowards(hit.texel, info.metal);
-        const double highlight = info.specular * weight * std::pow(-h, info.shininess);
+        // -h is a cosine; rounding can take it just past 1, which a huge exponent (Roughness 0)
+        // would blow up to infinity.
+        const double highlight = info.specular * weight * std::pow(std::min(-h, 1.0), info.shininess);
         accumulated += shadow * metal_tint * light_colour * highlight;
     }
 }

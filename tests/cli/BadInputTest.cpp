@@ -3,42 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "CliRunner.h"
-#include "SmallScene.h"
+#include "Refusal.h"
 
 namespace {
 
-using clitest::CliRun;
-using clitest::runCli;
-using clitest::TempFolder;
-
-struct BadCase {
-    const char* what;
-    std::vector<std::string> args;
-    int exit_code;
-    std::vector<std::string> message_parts;
-};
-
-// Runs `c` in a folder holding the small scene (plus `files`) and checks status, message and
-// that no file was added.
-void expectRefused(const BadCase& c, const std::vector<std::pair<std::string, std::string>>& files = {}) {
-    TempFolder dir;
-    dir.write("small.json", clitest::smallScene());
-    for (const auto& f : files) dir.write(f.first, f.second);
-    const std::set<std::string> before = dir.files();
-    CliRun run = runCli(dir, c.args);
-    EXPECT_EQ(run.exit_code, c.exit_code) << c.what << "\n" << run.err;
-    EXPECT_EQ(run.out, "") << c.what;
-    for (const std::string& part : c.message_parts)
-        EXPECT_NE(run.err.find(part), std::string::npos) << c.what << ": no \"" << part << "\" in\n" << run.err;
-    EXPECT_EQ(run.err.rfind("orbivane-render: ", 0), 0u) << c.what << "\n" << run.err;
-    EXPECT_EQ(dir.files(), before) << c.what;
-}
-
-TEST(BadFiles, MissingOrUnreadableScene) {
-    expectRefused({"missing", {"nothere.json", "-o", "x.png"}, 2, {"nothere.json", "cannot open"}});
-    expectRefused({"folder", {"sub", "-o", "x.png"}, 2, {"sub"}}, {{"sub/keep.txt", "x"}});
-}
+using clitest::expectRefused;
 
 TEST(BadFiles, MalformedSceneNamesTheFileAndField) {
     expectRefused({"not json", {"broken.json"}, 2, {"broken.json", "not valid JSON"}},
@@ -46,19 +15,6 @@ TEST(BadFiles, MalformedSceneNamesTheFileAndField) {
     expectRefused({"bad field", {"typo.json"}, 2, {"typo.json", "composition"}},
                   {{"typo.json", R"({"composition": {"width": 64, "height": 48, "frame_rate": 10,
                                      "duration": 1, "widht": 3}, "layers": [], "render": {}})"}});
-}
-
-TEST(BadFiles, MissingTextureImageIsNamed) {
-    const std::string scene = R"({
-      "composition": {"width": 64, "height": 48, "frame_rate": 10, "duration": 1},
-      "layers": [
-        {"name": "Photo", "type": "footage", "video": false, "source": {"file": "photo.png"}},
-        {"name": "Surface", "type": "solid", "source": {"width": 64, "height": 48},
-         "effect": {"parameters": {"Texture": "Photo"}}}],
-      "render": {}})";
-    expectRefused({"missing image", {"photo.json", "-o", "x.png"}, 2, {"photo.png"}}, {{"photo.json", scene}});
-    expectRefused({"corrupt image", {"photo.json", "-o", "x.png"}, 2, {"photo.png"}},
-                  {{"photo.json", scene}, {"photo.png", "not a png at all"}});
 }
 
 TEST(BadParameters, UnknownNamesSuggestTheClosestOne) {

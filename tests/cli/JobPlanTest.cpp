@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <climits>
+
 #include "cli/CliError.h"
 #include "cli/JobPlan.h"
 
@@ -111,6 +113,20 @@ TEST(JobPlanning, FractionalDurationKeepsItsPartialLastFrame) {
     EXPECT_EQ(cli::planJobs(t, o, "x").jobs.size(), 1u);
     o.frames = cli::FrameRange{11, 11};
     EXPECT_THROW(cli::planJobs(t, o, "x"), CliError);
+}
+
+// Frame counts and numbers beyond an int saturate rather than overflow the conversion (the
+// sanitizer build checks float-to-int conversions).
+TEST(JobPlanning, FrameArithmeticBeyondAnIntSaturates) {
+    SceneTiming endless = tenFpsTwoSeconds();
+    endless.frame_rate = 1e7;
+    endless.duration = 1e9;
+    Options one;
+    one.frames = cli::FrameRange{5, 5};
+    EXPECT_EQ(cli::planJobs(endless, one, "x").jobs.at(0).frame, 5);
+    Options late;
+    late.time = 5e8;
+    EXPECT_EQ(cli::planJobs(endless, late, "x").jobs.at(0).frame, INT_MAX);
 }
 
 TEST(JobPlanning, SeveralFramesNeedAPattern) {

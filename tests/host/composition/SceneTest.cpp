@@ -142,7 +142,7 @@ TEST(BadScene, MessagesNameTheFileTheFieldAndTheProblem) {
     EXPECT_EQ(error_of("[" + kSolid + R"(, {"type": "light", "light": {"color": [300, 0, 0]}}])"),
               "scene.json: layers[1].light.color: colour channels must lie in 0..255");
     EXPECT_EQ(error_of(R"([{"type": "footage", "source": {"file": "missing.png"}}])"),
-              "scene.json: layers[0].source.file: cannot read image \"missing.png\"");
+              "scene.json: layers[0].source.file: cannot read image 'missing.png': No such file or directory");
     EXPECT_EQ(error_of(R"([{"type": "null", "source": {"width": 1, "height": 1}}])"),
               "scene.json: layers[0].source: not allowed on this type of layer");
 }
@@ -152,13 +152,13 @@ TEST(BadScene, InvalidJsonAndMissingFilesNameTheFile) {
         parse_scene("{\"composition\": ", "broken.json", "");
         FAIL() << "expected a SceneError";
     } catch (const SceneError& e) {
-        EXPECT_EQ(std::string(e.what()).rfind("broken.json: not valid JSON", 0), 0u) << e.what();
+        EXPECT_EQ(std::string(e.what()).rfind("broken.json: composition: not valid JSON", 0), 0u) << e.what();
     }
     try {
         load_scene("/nonexistent/dir/scene.json");
         FAIL() << "expected a SceneError";
     } catch (const SceneError& e) {
-        EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the file");
+        EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
     }
 }
 
