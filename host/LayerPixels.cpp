@@ -116,6 +116,7 @@ void LayerPixels::fill(const Layer& layer, int full_width, int full_height, PF_P
         std::memcpy(worldRow<char>(world, j) + x0 * bpp, worldRow<char>(src, sy) + (world.origin_x + x0) * bpp,
                     (x1 - x0) * bpp);
     }
+    markLayerPixels(world);
 }
 
 LayerPixelSource LayerPixels::source(Host& host) {
