@@ -95,27 +95,35 @@ void LayerPixels::preload(const Composition& comp) {
 void LayerPixels::fill(const Layer& layer, int full_width, int full_height, PF_PixelFormat format,
                        double scale_x, double scale_y, PF_EffectWorld& world) {
     const std::size_t bpp = bytesPerPixel(format);
-    for (A_long j = 0; j < world.height; ++j) std::memset(worldRow<char>(world, j), 0, bpp * world.width);
-    if (!layer.has_source()) return;
-
     std::shared_ptr<const OwnedWorld> pixels;
-    {
+    if (layer.has_source()) {
         std::lock_guard<std::mutex> lock(mutex_);
-        pixels = converted(sized(layer.source, full_width, full_height), format, denominatorOf(scale_x),
-                           denominatorOf(scale_y));
+        try {
+            pixels = converted(sized(layer.source, full_width, full_height), format, denominatorOf(scale_x),
+                               denominatorOf(scale_y));
+        } catch (...) {
+            // An unreadable source leaves the layer transparent.
+            for (A_long j = 0; j < world.height; ++j) std::memset(worldRow<char>(world, j), 0, bpp * world.width);
+            throw;
+        }
     }
-    const PF_EffectWorld& src = pixels->get();
-    if (!src.data) return;
-    // Copy the overlap of the world's area (in downsampled layer pixels) with the source.
-    const A_long x0 = std::max<A_long>(0, -world.origin_x);
-    const A_long x1 = std::min<A_long>(world.width, src.width - world.origin_x);
-    if (x1 <= x0) return;
+    const PF_EffectWorld* src = pixels && pixels->get().data ? &pixels->get() : nullptr;
+    // The overlap of the world's area (in downsampled layer pixels) with the source is copied;
+    // everything else is cleared, each byte written once.
+    const A_long x0 = src ? std::max<A_long>(0, -world.origin_x) : 0;
+    const A_long x1 = src ? std::max(x0, std::min<A_long>(world.width, src->width - world.origin_x)) : 0;
     for (A_long j = 0; j < world.height; ++j) {
+        char* row = worldRow<char>(world, j);
         const A_long sy = world.origin_y + j;
-        if (sy < 0 || sy >= src.height) continue;
-        std::memcpy(worldRow<char>(world, j) + x0 * bpp, worldRow<char>(src, sy) + (world.origin_x + x0) * bpp,
-                    (x1 - x0) * bpp);
+        if (!src || x1 == x0 || sy < 0 || sy >= src->height) {
+            std::memset(row, 0, bpp * world.width);
+            continue;
+        }
+        std::memset(row, 0, x0 * bpp);
+        std::memcpy(row + x0 * bpp, worldRow<char>(*src, sy) + (world.origin_x + x0) * bpp, (x1 - x0) * bpp);
+        std::memset(row + x1 * bpp, 0, (world.width - x1) * bpp);
     }
+    if (src && x1 > x0) markLayerPixels(world);
 }
 
 LayerPixelSource LayerPixels::source(Host& host) {

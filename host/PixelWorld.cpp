@@ -20,6 +20,7 @@ struct WorldHeader {
     std::uint64_t serial;
     PF_PixelFormat format;
     std::size_t pixel_bytes;
+    std::atomic<bool> layer_pixels{false};  // see markLayerPixels
 };
 
 constexpr std::uint64_t kHeaderMagic = 0x4F5242574F524C44ull;  // "ORBWORLD"
@@ -146,6 +147,16 @@ std::size_t worldPixelBytes(const PF_EffectWorld& world) {
 std::uint64_t worldSerial(const PF_EffectWorld& world) {
     const WorldHeader* header = liveHeader(world);
     return header ? header->serial : 0;
+}
+
+void markLayerPixels(const PF_EffectWorld& world) {
+    if (const WorldHeader* header = liveHeader(world))
+        const_cast<WorldHeader*>(header)->layer_pixels.store(true, std::memory_order_release);
+}
+
+bool holdsLayerPixels(const PF_EffectWorld& world) {
+    const WorldHeader* header = liveHeader(world);
+    return header && header->layer_pixels.load(std::memory_order_acquire);
 }
 
 std::uint64_t worldFreeEpoch() { return g_free_epoch.load(std::memory_order_acquire); }

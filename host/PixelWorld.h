@@ -63,6 +63,12 @@ std::size_t worldPixelBytes(const PF_EffectWorld& world);
 // 0 for a world not made by allocateWorld or already freed.
 std::uint64_t worldSerial(const PF_EffectWorld& world);
 
+// Marks a world the host filled with a layer's source pixels. Such pixels usually come back
+// unchanged in the next frame's checkout, so samplers may keep what they derive from them
+// (after checking that the pixels are indeed the same). No effect on other worlds.
+void markLayerPixels(const PF_EffectWorld& world);
+bool holdsLayerPixels(const PF_EffectWorld& world);
+
 // Number of worlds currently allocated in this process (for leak checks).
 std::size_t liveWorldCount();
 

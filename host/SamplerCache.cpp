@@ -2,7 +2,10 @@
 
 #include "host/PixelWorld.h"
 
+#include <algorithm>
+#include <cstring>
 #include <new>
+#include <vector>
 
 namespace host {
 
@@ -28,6 +31,91 @@ struct RecentHit {
 constexpr unsigned kRecentHits = 4;
 thread_local RecentHit t_recent[kRecentHits];
 thread_local unsigned t_next_slot = 0;
+
+// Tables of layer pixels, kept across render calls: every frame checks its texture out into
+// a new world, which usually holds exactly the pixels of the last frame's. Comparing the
+// pixels costs a fraction of a rebuild (a plain memory compare against a tight copy, instead
+// of four double sums per pixel), and it keeps the reuse exact whatever wrote the world. The
+// most recently used tables are kept up to a memory budget.
+class KeptTables {
+public:
+    std::shared_ptr<const AreaSampler> get(const PF_EffectWorld& world, PF_PixelFormat format) {
+        const std::size_t row_bytes = static_cast<std::size_t>(world.width) * bytesPerPixel(format);
+        {
+            std::lock_guard<std::mutex> lock(mutex_);
+            for (Kept& kept : kept_) {
+                if (kept.width == world.width && kept.height == world.height && kept.format == format &&
+                    samePixels(world, row_bytes, kept.pixels)) {
+                    kept.last_use = ++uses_;
+                    return kept.sampler;
+                }
+            }
+        }
+        // Built outside the lock, so renders of other sources are not held up.
+        Kept fresh{world.width, world.height, format, tightCopy(world, row_bytes),
+                   std::make_shared<const AreaSampler>(world, format), 0};
+        const std::shared_ptr<const AreaSampler> sampler = fresh.sampler;
+        std::lock_guard<std::mutex> lock(mutex_);
+        fresh.last_use = ++uses_;
+        kept_.push_back(std::move(fresh));
+        evictBeyondBudget();
+        return sampler;
+    }
+
+private:
+    struct Kept {
+        A_long width;
+        A_long height;
+        PF_PixelFormat format;
+        std::vector<char> pixels;  // rows without padding
+        std::shared_ptr<const AreaSampler> sampler;
+        std::uint64_t last_use;
+        std::size_t bytes() const { return pixels.size() + sampler->tableBytes(); }
+    };
+
+    // Enough for a few 2048 x 2048 textures, or many smaller ones.
+    static constexpr std::size_t kBudgetBytes = std::size_t(512) << 20;
+
+    static bool samePixels(const PF_EffectWorld& world, std::size_t row_bytes, const std::vector<char>& pixels) {
+        for (A_long j = 0; j < world.height; ++j)
+            if (std::memcmp(worldRow<char>(world, j), pixels.data() + j * row_bytes, row_bytes) != 0) return false;
+        return true;
+    }
+
+    static std::vector<char> tightCopy(const PF_EffectWorld& world, std::size_t row_bytes) {
+        std::vector<char> pixels(row_bytes * static_cast<std::size_t>(world.height));
+        for (A_long j = 0; j < world.height; ++j)
+            std::memcpy(pixels.data() + j * row_bytes, worldRow<char>(world, j), row_bytes);
+        return pixels;
+    }
+
+    void evictBeyondBudget() {
+        std::size_t total = 0;
+        for (const Kept& kept : kept_) total += kept.bytes();
+        // The newest entry stays even alone over the budget; it is in use.
+        while (total > kBudgetBytes && kept_.size() > 1) {
+            auto oldest = std::min_element(kept_.begin(), kept_.end(),
+                                           [](const Kept& a, const Kept& b) { return a.last_use < b.last_use; });
+            total -= oldest->bytes();
+            kept_.erase(oldest);
+        }
+    }
+
+    std::mutex mutex_;
+    std::vector<Kept> kept_;
+    std::uint64_t uses_ = 0;
+};
+
+KeptTables& keptTables() {
+    static KeptTables tables;
+    return tables;
+}
+
+std::shared_ptr<const AreaSampler> makeSampler(const PF_EffectWorld& world, PF_PixelFormat format) {
+    if (world.data && world.width > 0 && world.height > 0 && holdsLayerPixels(world))
+        return keptTables().get(world, format);
+    return std::make_shared<const AreaSampler>(world, format);
+}
 
 }  // namespace
 
@@ -72,7 +160,7 @@ const AreaSampler& SamplerCache::lookupOrBuild(const PF_EffectWorld& world) {
     // One thread builds; the others wait here. A failed build (bad_alloc) leaves the flag
     // unset, so a later request tries again.
     std::call_once(entry->built, [&] {
-        entry->sampler = std::make_unique<AreaSampler>(world, key.format);
+        entry->sampler = makeSampler(world, key.format);
         builds_.fetch_add(1, std::memory_order_relaxed);
     });
     return *entry->sampler;

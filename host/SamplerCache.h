@@ -3,7 +3,8 @@
 // host's three sampling calls on top of them.
 //
 // The first thread to sample a world builds its table while any other thread asking for the
-// same world waits; afterwards a thread finds the sampler through a small per-thread memory of
+// same world waits (a world holding a layer's source pixels takes the table of an earlier
+// world with byte-for-byte the same pixels instead, if one is still kept); afterwards a thread finds the sampler through a small per-thread memory of
 // recent hits without taking any lock. A sampler stays valid until its world's entry is
 // invalidated, the cache is cleared or destroyed: the host must not do that while a render
 // that samples the world is running, and must invalidate a world whose pixels it rewrites.
@@ -57,7 +58,7 @@ private:
     };
     struct Entry {
         std::once_flag built;
-        std::unique_ptr<AreaSampler> sampler;
+        std::shared_ptr<const AreaSampler> sampler;
     };
 
     const AreaSampler& lookupOrBuild(const PF_EffectWorld& world);

@@ -62,6 +62,14 @@ public:
         }
     }
 
+    // The three terms whose sum (x + y) + z is the unnormalised direction of the sample in
+    // `column` and `row` (the through vector of ray()).
+    const Vectormath::Aos::Vector4& xTerm(int column) const { return x_terms_[column]; }
+    const Vectormath::Aos::Vector4& yTerm(int row) const { return y_terms_[row]; }
+    const Vectormath::Aos::Vector4& zTerm() const { return z_term_; }
+    // Perspective rays: the eye, w = 1.
+    const Vectormath::Aos::Vector4& origin() const { return origin_; }
+
     // Prepares the middle column and row, which only pixels on a silhouette need.
     void addCentreOffsets() { addOffsets(1); }
 
@@ -69,11 +77,19 @@ public:
     // 1/6, 1/2, 5/6); the middle ones need addCentreOffsets() first.
     Ray ray(int column, int row) const
     {
+        return perspective_ ? ray<true>(column, row) : ray<false>(column, row);
+    }
+
+    // The same for a camera kind known to the caller (the record's `perspective`), so that a
+    // loop over samples carries no branch on it.
+    template <bool kPerspective>
+    Ray ray(int column, int row) const
+    {
         using Vectormath::Aos::Vector3;
         using Vectormath::Aos::Vector4;
         const Vector4 through = x_terms_[column] + y_terms_[row] + z_term_;
         Ray ray;
-        if (perspective_) {
+        if (kPerspective) {
             ray.direction = normalize(Vector3(through));
             ray.origin = origin_;
         } else {

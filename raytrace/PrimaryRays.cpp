@@ -16,8 +16,6 @@ namespace {
 constexpr A_long kRenderSideInside = 2;
 constexpr A_long kRenderSideOutside = 3;
 
-// The sample indices of the pixel's four corners, in the order they are tested.
-constexpr int kCornerSamples[4] = {5, 6, 7, 8};
 constexpr int kSampleCount = 9;
 
 // Grid column and row (indices into kGridOffsets) of each sample of msaa_sampling_point.
@@ -55,7 +53,13 @@ public:
 
     QuadricCrossing crossing(const Ray& ray) const
     {
-        if (perspective_)
+        return perspective_ ? crossing<true>(ray) : crossing<false>(ray);
+    }
+
+    template <bool kPerspective>
+    QuadricCrossing crossing(const Ray& ray) const
+    {
+        if (kPerspective)
             return crossingFrom(ray.direction, eye_x_, eye_y_, eye_z_, eye_implicit_);
         const double ox = ray.origin.getX(), oy = ray.origin.getY(), oz = ray.origin.getZ();
         const double C = oy * oy * isy_ + ox * ox * isx_ - oz * oz * isz_ - 1.0;
@@ -140,6 +144,97 @@ QuadricCrossing crossingOf(const RenderInfoTemplate<Cylinder>& info, const Ray& 
     return CameraQuadric(info).crossing(ray);
 }
 
+namespace {
+
+// The corner pass of a perspective camera, the common case, written lane by lane over the
+// four corners so that the compiler can run the lanes side by side in SIMD registers. Every
+// lane performs exactly the operations of PixelCameraRays::ray and CameraQuadric::crossing,
+// in the same order and precision, so the hits, the ray and the crossing are bit-identical.
+class PerspectiveCorners {
+public:
+    // Grid column and row of each corner, in testing order (samples 5, 6, 7, 8).
+    static constexpr int kColumn[4] = {0, 0, 2, 2};
+    static constexpr int kRow[4] = {0, 2, 0, 2};
+
+    PerspectiveCorners(const PixelCameraRays& rays, const RenderInfoTemplate<Cylinder>& info)
+    {
+        static_assert(kSampleGrid[5][0] == 0 && kSampleGrid[5][1] == 0 &&
+                          kSampleGrid[6][0] == 0 && kSampleGrid[6][1] == 2 &&
+                          kSampleGrid[7][0] == 2 && kSampleGrid[7][1] == 0 &&
+                          kSampleGrid[8][0] == 2 && kSampleGrid[8][1] == 2,
+                      "the corners are tested in the order of msaa_sampling_point");
+        const Vector4& z = rays.zTerm();
+        float tx[4], ty[4], tz[4], inv[4];
+        for (int c = 0; c < 4; ++c) {
+            const Vector4& xt = rays.xTerm(kColumn[c]);
+            const Vector4& yt = rays.yTerm(kRow[c]);
+            tx[c] = (xt.getX() + yt.getX()) + z.getX();
+            ty[c] = (xt.getY() + yt.getY()) + z.getY();
+            tz[c] = (xt.getZ() + yt.getZ()) + z.getZ();
+        }
+        for (int c = 0; c < 4; ++c)
+            inv[c] = 1.0f / std::sqrt(tx[c] * tx[c] + ty[c] * ty[c] + tz[c] * tz[c]);
+        for (int c = 0; c < 4; ++c) {
+            dx_[c] = tx[c] * inv[c];
+            dy_[c] = ty[c] * inv[c];
+            dz_[c] = tz[c] * inv[c];
+        }
+        const double isx = info.inv_size_sq.getX(), isy = info.inv_size_sq.getY(),
+                     isz = info.inv_size_sq.getZ();
+        const double ox = info.eye_x, oy = info.eye_y, oz = info.eye_z, C = info.eye_implicit;
+        for (int c = 0; c < 4; ++c) {
+            const double dx = dx_[c], dy = dy_[c], dz = dz_[c];
+            A_[c] = dy * dy * isy + dx * dx * isx - dz * dz * isz;
+            E_[c] = dy * oy * isy + dx * ox * isx - dz * oz * isz;
+            D_[c] = E_[c] * E_[c] - A_[c] * C;
+        }
+    }
+
+    int hits() const
+    {
+        int n = 0;
+        for (int c = 0; c < 4; ++c)
+            n += D_[c] >= 0.0 ? 1 : 0;
+        return n;
+    }
+
+    // The last corner's ray and crossing, D zeroed on a miss.
+    void last(const PixelCameraRays& rays, Ray& ray, QuadricCrossing& crossing) const
+    {
+        ray.direction = Vector3(dx_[3], dy_[3], dz_[3]);
+        ray.origin = rays.origin();
+        crossing = QuadricCrossing{A_[3], -E_[3], D_[3] >= 0.0 ? D_[3] : 0.0};
+    }
+
+private:
+    float dx_[4], dy_[4], dz_[4];  // unit directions
+    double A_[4], E_[4], D_[4];
+};
+
+// The corner pass: how many of the four corners hit, and the last corner's ray and crossing
+// (D zeroed on a miss), which every later corner would have overwritten.
+int cornerPass(const PixelCameraRays& rays, const RenderInfoTemplate<Cylinder>& info,
+               const CameraQuadric& quadric, Ray& last_ray, QuadricCrossing& last)
+{
+    if (info.perspective) {
+        const PerspectiveCorners corners(rays, info);
+        corners.last(rays, last_ray, last);
+        return corners.hits();
+    }
+    int hits = 0;
+    for (int index = 5; index < kSampleCount; ++index) {
+        last_ray = rays.ray<false>(kSampleGrid[index][0], kSampleGrid[index][1]);
+        last = quadric.crossing<false>(last_ray);
+        if (isHit(last))
+            ++hits;
+        else
+            last.D = 0.0;
+    }
+    return hits;
+}
+
+}  // namespace
+
 double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& count, double& A,
                    double& B, double& D, Ray& ray)
 {
@@ -150,17 +245,9 @@ double msaaRayTest(int x, int y, const RenderInfoTemplate<Cylinder>& info, int& 
 
     // Corners first: they settle the empty background and the surface's interior. Each
     // corner replaces the previous one, so the last corner is what the outputs keep.
-    int corner_hits = 0;
     Ray corner_ray;
     QuadricCrossing corner = {0.0, 0.0, 0.0};
-    for (int index : kCornerSamples) {
-        corner_ray = rays.ray(kSampleGrid[index][0], kSampleGrid[index][1]);
-        corner = quadric.crossing(corner_ray);
-        if (isHit(corner))
-            ++corner_hits;
-        else
-            corner.D = 0.0;
-    }
+    const int corner_hits = cornerPass(rays, info, quadric, corner_ray, corner);
     if (corner_hits == 0 || corner_hits == 4) {
         ray = corner_ray;
         A = corner.A;

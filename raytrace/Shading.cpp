@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <type_traits>
 
 #include "AEConfig.h"
 #include "AE_EffectCBSuites.h"
@@ -11,6 +12,7 @@
 #include "raytrace/Cylinder.h"
 #include "raytrace/DepthComposite.h"
 #include "raytrace/FootprintSampling.h"
+#include "raytrace/HighlightPower.h"
 #include "raytrace/Lights.h"
 
 using Vectormath::Aos::Vector3;
@@ -123,6 +125,14 @@ Rgb shadowTint(const RenderInfoTemplate<Cylinder>& info, const vLight& light,
             (1.0 - k) + k * passed.getW()};
 }
 
+// Integer texels are finite, so the shadow tint of an integer-depth texture is finite too.
+// A light whose weight at the hit is zero (behind the face without transmission, outside its
+// cone, beyond its falloff) then adds only zero terms, or the NaN of an infinite highlight
+// power, whatever its tint: its shadow ray is not cast. (Only the sign of such a zero could
+// differ, which integer output cannot show.) Float texels may be infinite and always cast it.
+template <class T>
+constexpr bool kFiniteTexels = !std::is_same<T, PF_PixelFloat>::value;
+
 // Diffuse (or ambient) and specular light of one light source added to `accumulated`.
 template <class T>
 void addLight(const RenderInfoTemplate<Cylinder>& info, const vLight& light,
@@ -138,10 +148,12 @@ void addLight(const RenderInfoTemplate<Cylinder>& info, const vLight& light,
     const double strength = light.intensity * power;
     // Negative when the light falls on the visible face; positive light comes through it.
     const float cosine = Vectormath::Aos::dot(hit.normal, direction);
-    const Rgb shadow = shadowTint<T>(info, light, hit, direction);
     const double transmission = info.light_transmission;
     const double lambert = cosine <= 0.0f ? -cosine : cosine * transmission;
     const double weight = strength * lambert;
+    const Rgb shadow = weight == 0.0 && kFiniteTexels<T>
+                           ? Rgb{1.0, 1.0, 1.0}
+                           : shadowTint<T>(info, light, hit, direction);
     const Rgb light_colour = {light.color[1], light.color[2], light.color[3]};
 
     if (cosine < 0.0f || (cosine > 0.0f && transmission > 0.0)) {
@@ -158,7 +170,8 @@ void addLight(const RenderInfoTemplate<Cylinder>& info, const vLight& light,
         const Rgb metal_tint = tintTowards(hit.texel, info.metal);
         // -h is a cosine; rounding can take it just past 1, which a huge exponent (Roughness 0)
         // would blow up to infinity.
-        const double highlight = info.specular * weight * std::pow(std::min(-h, 1.0), info.shininess);
+        const double highlight =
+            info.specular * weight * highlightPower(std::min(-h, 1.0), info.shininess, info.highlight_cutoff);
         accumulated += shadow * metal_tint * light_colour * highlight;
     }
 }

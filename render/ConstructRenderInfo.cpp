@@ -407,6 +407,7 @@ void readShading(RenderInfoTemplate<Cylinder>& info, ATParameter& params)
     info.diffuse = float(percentParam(params, PARAM_DIFFUSE));
     info.specular = float(percentParam(params, PARAM_SPECULAR));
     info.shininess = float(std::tan((1.0 - fixedParam(params, PARAM_ROUGHNESS)) * kPi * 0.5));
+    info.highlight_cutoff = highlightCutoffFor(info.shininess);
     info.metal = float(percentParam(params, PARAM_METAL));
     info.reflection_intensity = float(percentParam(params, PARAM_REFLECTION_INTENSITY));
     info.reflection_rolloff = float(percentParam(params, PARAM_REFLECTION_ROLLOFF));

@@ -10,6 +10,7 @@
 #include "math/Vectormath.h"
 #include "raytrace/Cylinder.h"
 #include "raytrace/Extension.h"
+#include "raytrace/HighlightPower.h"
 #include "render/Ray.h"
 #include "render/vLight.h"
 
@@ -75,6 +76,7 @@ public:
     float specular;
     float shininess;  // specular exponent
     float metal;
+    HighlightCutoff highlight_cutoff;  // where pow(cosine, shininess) is zero; none by default
 
     PF_LayerDef reflection_layer;  // all zero without a reflection map
     float reflection_intensity;

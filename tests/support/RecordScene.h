@@ -96,6 +96,8 @@ public:
     // Runs `callback` over every output pixel through the host's iteration.
     PF_Err iterate(PF_Err (*callback)(void*, A_long, A_long, A_long))
     {
+        // The per-frame constant the record construction would derive from the shininess.
+        info_->highlight_cutoff = highlightCutoffFor(info_->shininess);
         const A_long count = output_->width * output_->height;
         return inData()->utils->iterate_generic(count, info_.get(), callback);
     }

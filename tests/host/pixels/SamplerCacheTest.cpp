@@ -40,6 +40,24 @@ TEST(SamplerCache, BuildsEachWorldOnce) {
     EXPECT_EQ(cache.size(), 2u);
 }
 
+// Layer pixels checked out again in the next frame reuse the table built from the same
+// pixels; a world that is not layer pixels, or whose pixels differ, gets its own.
+TEST(SamplerCache, LayerPixelsReuseTheTableOfIdenticalPixelsOnly) {
+    OwnedWorld frame1 = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
+    OwnedWorld frame2 = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
+    OwnedWorld unmarked = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
+    OwnedWorld changed = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
+    worldPixel<PF_Pixel>(changed.get(), 15, 7).red = 78;
+    for (OwnedWorld* w : {&frame1, &frame2, &changed}) markLayerPixels(w->get());
+    SamplerCache first_call, second_call;
+    const AreaSampler& built = first_call.get(frame1.get());
+    EXPECT_EQ(&second_call.get(frame2.get()), &built);
+    EXPECT_NE(&second_call.get(unmarked.get()), &built);
+    const AreaSampler& rebuilt = second_call.get(changed.get());
+    EXPECT_NE(&rebuilt, &built);
+    EXPECT_EQ(rebuilt.sample<PF_Pixel>(15 * kOne, 7 * kOne, 1, 1).red, 78);
+}
+
 TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
     SamplerCache cache;
     OwnedWorld world = solidWorld(300, 300, PF_PixelFormat_ARGB32, 42);

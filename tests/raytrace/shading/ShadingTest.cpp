@@ -4,6 +4,9 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdint>
+#include <cstring>
+#include <vector>
 
 #include "raytrace/shading/ShadingScene.h"
 
@@ -160,6 +163,33 @@ TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
         scene.info().metal = c.metal;
         expectPixel(headOn(), 1.0f, c.tint.red * c.k, c.tint.green * c.k, c.tint.blue * c.k);
     }
+}
+
+// The per-frame cutoff skips std::pow only where it returns +0, bit for bit, and only for the
+// exponent it was made for.
+TEST(HighlightPower, AgreesWithPowBitForBit)
+{
+    const float nan = std::nanf(""), inf = HUGE_VALF;
+    const float exponents[] = {0.0f, -2.0f, 1.0f, 31.8f, 3183.0f, 1e6f, 1.6e16f, inf, nan};
+    auto bits = [](double d) {
+        std::uint64_t b;
+        std::memcpy(&b, &d, sizeof b);
+        return b;
+    };
+    for (float n : exponents) {
+        const HighlightCutoff cutoff = highlightCutoffFor(n);
+        std::vector<double> xs = {1e-300, 1e-10, 0.5, 0.999, 1.0, 1.0000001};
+        if (cutoff.zero_up_to > 0.0) {
+            xs.push_back(cutoff.zero_up_to);
+            xs.push_back(std::nextafter(cutoff.zero_up_to, 2.0));
+        }
+        for (double x : xs) {
+            SCOPED_TRACE(::testing::Message() << "x " << x << " n " << n);
+            EXPECT_EQ(bits(highlightPower(x, n, cutoff)), bits(std::pow(x, n)));
+            EXPECT_EQ(bits(highlightPower(x, n * 0.5f, cutoff)), bits(std::pow(x, n * 0.5f)));
+        }
+    }
+    EXPECT_GT(highlightCutoffFor(3183.0f).zero_up_to, 0.7) << "a sharp highlight skips most hits";
 }
 
 TEST_F(HighlightTest, AppearsOnAFaceLitThroughTheSurface)
