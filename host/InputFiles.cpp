@@ -2,10 +2,8 @@
 
 #include <cerrno>
 #include <cstdio>
-#include <fcntl.h>
-#include <sys/stat.h>
+#include <filesystem>
 #include <system_error>
-#include <unistd.h>
 
 namespace host {
 
@@ -13,12 +11,16 @@ namespace {
 
 InputLimits g_limits;
 
-std::string kindOtherThanFile(mode_t mode) {
-    if (S_ISDIR(mode)) return "is a directory";
-    if (S_ISCHR(mode) || S_ISBLK(mode)) return "is a device, not a file";
-    if (S_ISFIFO(mode)) return "is a FIFO, not a file";
-    if (S_ISSOCK(mode)) return "is a socket, not a file";
-    return "is not a regular file";
+std::string kindOtherThanFile(std::filesystem::file_type type) {
+    using std::filesystem::file_type;
+    switch (type) {
+    case file_type::directory: return "is a directory";
+    case file_type::character:
+    case file_type::block: return "is a device, not a file";
+    case file_type::fifo: return "is a FIFO, not a file";
+    case file_type::socket: return "is a socket, not a file";
+    default: return "is not a regular file";
+    }
 }
 
 }  // namespace
@@ -40,12 +42,15 @@ const InputLimits& inputLimits() { return g_limits; }
 void setInputLimits(const InputLimits& limits) { g_limits = limits; }
 
 std::string unreadableReason(const std::string& path) {
-    struct stat info {};
-    if (::stat(path.c_str(), &info) != 0) return std::generic_category().message(errno);
-    if (!S_ISREG(info.st_mode)) return kindOtherThanFile(info.st_mode);
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0) return std::generic_category().message(errno);
-    ::close(fd);
+    std::error_code ec;
+    const std::filesystem::file_status status = std::filesystem::status(path, ec);
+    if (ec) return ec.message();
+    if (status.type() != std::filesystem::file_type::regular) return kindOtherThanFile(status.type());
+    // Opening is what tells whether this process may read it ("Permission denied").
+    errno = 0;
+    std::FILE* file = std::fopen(path.c_str(), "rb");
+    if (!file) return std::generic_category().message(errno ? errno : EACCES);
+    std::fclose(file);
     return "";
 }
 
