@@ -12,12 +12,14 @@
 #include "cli/Progress.h"
 #include "cli/RenderSession.h"
 #include "host/Composition.h"
+#include "host/Image.h"
 
 #include <cstdio>
 #include <cstdlib>
 #include <filesystem>
 #include <iostream>
 #include <memory>
+#include <new>
 #include <thread>
 #include <unistd.h>
 
@@ -158,6 +160,11 @@ int runCommandLine(int argc, const char* const* argv) {
     } catch (const host::SceneError& e) {
         std::cerr << kProgram << ": " << e.what() << "\n";
         return kExitBadInput;
+    } catch (const std::bad_alloc& e) {
+        // An image that does not fit says which; any other allocation at least says what ran out.
+        const bool named = dynamic_cast<const host::ImageAllocationError*>(&e) != nullptr;
+        std::cerr << kProgram << ": " << (named ? e.what() : "out of memory: an allocation was refused") << "\n";
+        return kExitRenderFailed;
     } catch (const std::exception& e) {
         std::cerr << kProgram << ": " << e.what() << "\n";
         return kExitRenderFailed;
