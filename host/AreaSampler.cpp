@@ -26,6 +26,17 @@ AreaSampler::AreaSampler(const PF_EffectWorld& world, PF_PixelFormat format)
     width_ = world.width;
     height_ = world.height;
     dispatchPixelType(format, [&](auto tag) { buildTable<typename decltype(tag)::type>(world); });
+    if (snap_noise_) noise_ = (width_ + height_ + 4) * DBL_EPSILON;
+    exact_ = !snap_noise_ && tableIsExact();
+}
+
+bool AreaSampler::tableIsExact() const {
+    // Integer pixels add non-negative integers, and rounding never makes a sum smaller, so
+    // when the grand totals are at most 2^53 every partial sum was at most that and exact.
+    constexpr double kLargestExact = 9007199254740992.0;  // 2^53
+    const Sums& all = table_.back();
+    return all.alpha <= kLargestExact && all.red <= kLargestExact && all.green <= kLargestExact &&
+           all.blue <= kLargestExact;
 }
 
 template <class Pixel>
@@ -96,7 +107,7 @@ inline double blockSumSnapped(double v00, double v01, double v10, double v11, do
 template <bool kSnapNoise>
 AreaSampler::Sums AreaSampler::weightedBlocks(const Span* xs, int nx, const Span* ys, int ny) const {
     // Rounding noise of a table entry, relative to its magnitude (float sources only).
-    const double noise = kSnapNoise ? (width_ + height_ + 4) * DBL_EPSILON : 0.0;
+    const double noise = noise_;
     auto sum = [noise](double v00, double v01, double v10, double v11) {
         return kSnapNoise ? blockSumSnapped(v00, v01, v10, v11, noise) : blockSum(v00, v01, v10, v11);
     };
@@ -122,6 +133,48 @@ AreaSampler::Sums AreaSampler::weightedBlocks(const Span* xs, int nx, const Span
     return total;
 }
 
+template <int kColumns>
+AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* ys, int ny) const {
+    // The spans tile the box, so neighbouring blocks share their edges: kColumns + 1 column
+    // edges and ny + 1 row edges. Every difference of exact integers up to 2^53 is exact, so
+    // (v11 - v01) - (v10 - v00) equals the block sum the general path forms; the weighted
+    // sums are then added in the same row-major order, giving the same bits.
+    A_long edges[kColumns + 1];
+    for (int a = 0; a < kColumns; ++a) edges[a] = xs[a].first;
+    edges[kColumns] = xs[kColumns - 1].last + 1;
+    Sums upper[kColumns + 1];  // the table at each column edge, on the block row's top
+    const Sums* row = &corner(0, ys[0].first);
+    for (int e = 0; e <= kColumns; ++e) upper[e] = row[edges[e]];
+    Sums total{0.0, 0.0, 0.0, 0.0};
+    for (int b = 0; b < ny; ++b) {
+        row = &corner(0, ys[b].last + 1);
+        Sums column[kColumns + 1];  // sums down the block row, left of each column edge
+        for (int e = 0; e <= kColumns; ++e) {
+            const Sums lower = row[edges[e]];
+            column[e] = lower - upper[e];
+            upper[e] = lower;
+        }
+        for (int a = 0; a < kColumns; ++a) {
+            const double w = xs[a].weight * ys[b].weight;
+            const Sums block = column[a + 1] - column[a];
+            total.alpha += w * block.alpha;
+            total.red += w * block.red;
+            total.green += w * block.green;
+            total.blue += w * block.blue;
+        }
+    }
+    return total;
+}
+
+AreaSampler::Sums AreaSampler::weightedSums(const Span* xs, int nx, const Span* ys, int ny) const {
+    if (exact_) {
+        if (nx == 1) return weightedBlocksExact<1>(xs, ys, ny);
+        if (nx == 2) return weightedBlocksExact<2>(xs, ys, ny);
+        return weightedBlocksExact<3>(xs, ys, ny);
+    }
+    return snap_noise_ ? weightedBlocks<true>(xs, nx, ys, ny) : weightedBlocks<false>(xs, nx, ys, ny);
+}
+
 ChannelSample AreaSampler::boxAverage(double cx, double cy, double rx, double ry) const {
     if (table_.empty() || !(rx > 0.0) || !(ry > 0.0)) return ChannelSample{};
     Span xs[3];
@@ -132,7 +185,7 @@ ChannelSample AreaSampler::boxAverage(double cx, double cy, double rx, double ry
 
     // The spans tile the box, so block (a, b) runs from the table entry at its own first
     // pixel to the one past its last pixel.
-    const Sums total = snap_noise_ ? weightedBlocks<true>(xs, nx, ys, ny) : weightedBlocks<false>(xs, nx, ys, ny);
+    const Sums total = weightedSums(xs, nx, ys, ny);
 
     ChannelSample out;
     out.alpha = total.alpha / (4.0 * rx * ry);
