@@ -133,11 +133,11 @@ AreaSampler::Sums AreaSampler::weightedBlocks(const Span* xs, int nx, const Span
     return total;
 }
 
-template <int kColumns>
-AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* ys, int ny) const {
+template <int kColumns, int kRows>
+AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* ys) const {
     // The spans tile the box, so neighbouring blocks share their edges: kColumns + 1 column
-    // edges and ny + 1 row edges. Every difference of exact integers up to 2^53 is exact, so
-    // (v11 - v01) - (v10 - v00) equals the block sum the general path forms; the weighted
+    // edges and kRows + 1 row edges. Every difference of exact integers up to 2^53 is exact,
+    // so (v11 - v01) - (v10 - v00) equals the block sum the general path forms; the weighted
     // sums are then added in the same row-major order, giving the same bits.
     A_long edges[kColumns + 1];
     for (int a = 0; a < kColumns; ++a) edges[a] = xs[a].first;
@@ -146,7 +146,7 @@ AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* y
     const Sums* row = &corner(0, ys[0].first);
     for (int e = 0; e <= kColumns; ++e) upper[e] = row[edges[e]];
     Sums total{0.0, 0.0, 0.0, 0.0};
-    for (int b = 0; b < ny; ++b) {
+    for (int b = 0; b < kRows; ++b) {
         row = &corner(0, ys[b].last + 1);
         Sums column[kColumns + 1];  // sums down the block row, left of each column edge
         for (int e = 0; e <= kColumns; ++e) {
@@ -166,11 +166,18 @@ AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* y
     return total;
 }
 
+template <int kColumns>
+AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* ys, int ny) const {
+    if (ny == 3) return weightedBlocksExact<kColumns, 3>(xs, ys);
+    if (ny == 2) return weightedBlocksExact<kColumns, 2>(xs, ys);
+    return weightedBlocksExact<kColumns, 1>(xs, ys);
+}
+
 AreaSampler::Sums AreaSampler::weightedSums(const Span* xs, int nx, const Span* ys, int ny) const {
     if (exact_) {
-        if (nx == 1) return weightedBlocksExact<1>(xs, ys, ny);
+        if (nx == 3) return weightedBlocksExact<3>(xs, ys, ny);
         if (nx == 2) return weightedBlocksExact<2>(xs, ys, ny);
-        return weightedBlocksExact<3>(xs, ys, ny);
+        return weightedBlocksExact<1>(xs, ys, ny);
     }
     return snap_noise_ ? weightedBlocks<true>(xs, nx, ys, ny) : weightedBlocks<false>(xs, nx, ys, ny);
 }

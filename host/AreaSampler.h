@@ -134,6 +134,8 @@ private:
     Sums weightedBlocks(const Span* xs, int nx, const Span* ys, int ny) const;
     // The same for a table of exact integers and kColumns spans across, reading each shared
     // corner once.
+    template <int kColumns, int kRows>
+    Sums weightedBlocksExact(const Span* xs, const Span* ys) const;
     template <int kColumns>
     Sums weightedBlocksExact(const Span* xs, const Span* ys, int ny) const;
     // The weighted sum by the fastest path that gives the same bits.
