@@ -173,7 +173,7 @@ AreaSampler::Sums AreaSampler::weightedBlocksExact(const Span* xs, const Span* y
     return weightedBlocksExact<kColumns, 1>(xs, ys);
 }
 
-AreaSampler::Sums AreaSampler::weightedSums(const Span* xs, int nx, const Span* ys, int ny) const {
+inline AreaSampler::Sums AreaSampler::weightedSums(const Span* xs, int nx, const Span* ys, int ny) const {
     if (exact_) {
         if (nx == 3) return weightedBlocksExact<3>(xs, ys, ny);
         if (nx == 2) return weightedBlocksExact<2>(xs, ys, ny);

@@ -14,6 +14,18 @@ namespace {
 // A name past a full table still gets counted, under this name.
 constexpr const char* kOverflowName = "(other entry points)";
 
+std::atomic<std::uint64_t> g_next_tally_serial{1};
+
+// The call counter a thread bumped last, over all tallies: a sampling loop calls one entry
+// point per pixel, so most counts land here without searching the thread's table.
+struct LastCounted {
+    std::uint64_t tally_serial = 0;
+    PF_Cmd cmd = PF_Cmd_ABOUT;
+    const char* name = nullptr;
+    std::atomic<std::uint64_t>* calls = nullptr;
+};
+thread_local LastCounted t_last_counted;
+
 }  // namespace
 
 struct CallTally::Entry {
@@ -33,7 +45,8 @@ struct CallTally::ThreadTable {
     Entry entries[kCapacity + 1];  // the extra one counts overflow
 };
 
-CallTally::CallTally() : tables_(std::make_unique<PerThread<ThreadTable>>()) {}
+CallTally::CallTally()
+    : tables_(std::make_unique<PerThread<ThreadTable>>()), serial_(g_next_tally_serial.fetch_add(1)) {}
 CallTally::~CallTally() = default;
 
 CallTally::Entry& CallTally::entry(PF_Cmd cmd, const char* name) {
@@ -62,7 +75,20 @@ CallTally::Entry& CallTally::entry(PF_Cmd cmd, const char* name) {
     return fresh;
 }
 
-void CallTally::count(PF_Cmd cmd, const char* name) { bumpOwnCounter(entry(cmd, name).calls); }
+void CallTally::count(PF_Cmd cmd, const char* name) {
+    const LastCounted& last = t_last_counted;
+    if (last.tally_serial == serial_ && last.name == name && last.cmd == cmd)
+        bumpOwnCounter(*last.calls);
+    else
+        countAndRemember(cmd, name);
+}
+
+void CallTally::countAndRemember(PF_Cmd cmd, const char* name) {
+    Entry& e = entry(cmd, name);
+    bumpOwnCounter(e.calls);
+    // The overflow entry is relabelled per command on every use, so it is never remembered.
+    if (e.name == name) t_last_counted = LastCounted{serial_, cmd, name, &e.calls};
+}
 
 void CallTally::refuse(PF_Cmd cmd, const char* name) { bumpOwnCounter(entry(cmd, name).refused); }
 

@@ -46,8 +46,14 @@ private:
     struct ThreadTable;
     struct Entry;
     Entry& entry(PF_Cmd cmd, const char* name);
+    // count() past the per-thread memory of the last entry; kept out of line so the common
+    // path stays a leaf.
+    void countAndRemember(PF_Cmd cmd, const char* name);
 
     std::unique_ptr<PerThread<ThreadTable>> tables_;
+    // Tells tallies apart even when one reuses another's address (for the per-thread memory
+    // of the entry counted last).
+    const std::uint64_t serial_;
 };
 
 }  // namespace host
