@@ -1,6 +1,7 @@
 #include "cli/ModuleLocator.h"
 
 #include "cli/CliError.h"
+#include "host/ModuleLibrary.h"
 
 #include <filesystem>
 #include <system_error>
@@ -45,10 +46,10 @@ std::string locateModule(const ModuleSearch& search) {
 }
 
 std::string programDir(const char* argv0) {
+    const std::string dir = host::programDirectory();
+    if (!dir.empty() || !argv0) return dir;
     std::error_code ec;
-    std::filesystem::path exe = std::filesystem::read_symlink("/proc/self/exe", ec);
-    if (ec && argv0) exe = std::filesystem::absolute(argv0, ec);
-    return exe.parent_path().string();
+    return std::filesystem::absolute(argv0, ec).parent_path().string();
 }
 
 }  // namespace cli

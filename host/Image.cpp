@@ -1,12 +1,10 @@
 #include "host/Image.h"
 
 #include "host/AreaSampler.h"
-#include "host/InputFiles.h"
 #include "host/RowBands.h"
 
 #include <algorithm>
 #include <cmath>
-#include <stdexcept>
 #include <type_traits>
 
 namespace host {

@@ -3,15 +3,14 @@
 // without it.
 #include "host/FileCommit.h"
 #include "host/ImageDump.h"
+#include "host/Host.h"
 #include "host/ImageIOModule.h"
 #include "host/InputFiles.h"
+#include "host/ModuleLibrary.h"
 #include "host/SystemFaults.h"
-
-#include <dlfcn.h>
 
 #include <filesystem>
 #include <mutex>
-#include <system_error>
 
 #ifndef ORBIVANE_IMAGEIO_MODULE
 #define ORBIVANE_IMAGEIO_MODULE ""
@@ -23,28 +22,27 @@ namespace {
 
 constexpr const char* kModuleName = "orbivane_imageio.so";
 
-std::string besideProgram() {
-    std::error_code ec;
-    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ec);
-    return ec ? std::string() : (program.parent_path() / kModuleName).string();
-}
-
 // The module's table, or an explanation of why it could not be opened.
 struct Opened {
+    const ModuleLibrary* library = nullptr;  // kept for the whole process: never unloaded
     const ImageIOModule* module = nullptr;
     std::string error;
 };
 
 Opened openModule() {
     Opened opened;
-    for (const std::string& path : {besideProgram(), std::string(ORBIVANE_IMAGEIO_MODULE)}) {
+    const std::string program_dir = programDirectory();
+    const std::string beside = program_dir.empty() ? "" : program_dir + "/" + kModuleName;
+    for (const std::string& path : {beside, std::string(ORBIVANE_IMAGEIO_MODULE)}) {
         if (path.empty() || !std::filesystem::exists(path)) continue;
-        void* handle = ::dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
-        if (!handle) {
-            opened.error = ::dlerror();
+        try {
+            opened.library = new ModuleLibrary(path);
+        } catch (const HostError& e) {
+            opened.error = e.what();
             return opened;
         }
-        auto entry = reinterpret_cast<const ImageIOModule* (*)()>(::dlsym(handle, "orbivane_image_io_module"));
+        auto entry =
+            reinterpret_cast<const ImageIOModule* (*)()>(opened.library->symbol("orbivane_image_io_module"));
         if (entry) opened.module = entry();
         if (!opened.module) opened.error = path + " is not the image-IO module";
         return opened;

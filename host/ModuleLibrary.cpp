@@ -1,5 +1,6 @@
 #include "host/ModuleLibrary.h"
 
+#include <filesystem>
 #include <fstream>
 #include <iterator>
 
@@ -58,6 +59,13 @@ void* ModuleLibrary::symbol(const std::string& name) const {
     return reinterpret_cast<void*>(::GetProcAddress(static_cast<HMODULE>(handle_), name.c_str()));
 }
 
+std::string programDirectory() {
+    char path[MAX_PATH] = {0};
+    const DWORD length = ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    if (length == 0 || length >= MAX_PATH) return "";
+    return std::filesystem::path(path).parent_path().string();
+}
+
 #else
 
 ModuleLibrary::ModuleLibrary(const std::string& path) : path_(path) {
@@ -78,6 +86,12 @@ std::optional<std::vector<std::uint8_t>> ModuleLibrary::piplBytes() const {
 const char* ModuleLibrary::piplKind() { return "PiPL sidecar"; }
 
 void* ModuleLibrary::symbol(const std::string& name) const { return ::dlsym(handle_, name.c_str()); }
+
+std::string programDirectory() {
+    std::error_code ec;
+    const std::filesystem::path program = std::filesystem::read_symlink("/proc/self/exe", ec);
+    return ec ? std::string() : program.parent_path().string();
+}
 
 #endif
 

@@ -32,4 +32,7 @@ private:
     void* handle_ = nullptr;
 };
 
+// The folder of the running program, or "" when the system does not say.
+std::string programDirectory();
+
 }  // namespace host
