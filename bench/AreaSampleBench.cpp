@@ -1,9 +1,9 @@
 // Area sampling cost per call for radii of 1, 16 and 128 pixels. The summed-area table makes
 // every call constant time, so the three figures should be about equal.
 
-#include "host/AreaSampler.h"
-#include "host/PixelWorld.h"
-#include "host/SamplerCache.h"
+#include "host/pixels/AreaSampler.h"
+#include "host/pixels/PixelWorld.h"
+#include "host/pixels/SamplerCache.h"
 
 #include <benchmark/benchmark.h>
 

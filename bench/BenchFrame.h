@@ -7,7 +7,7 @@
 #include <memory>
 
 #include "AE_MyLib/AEObject/AEO_EffectWorld.h"
-#include "host/PixelWorld.h"
+#include "host/pixels/PixelWorld.h"
 #include "math/PixelConvert.h"
 #include "tests/support/RecordScene.h"
 

@@ -12,7 +12,7 @@
 #include <cstring>
 #include <string>
 
-#include "host/Session.h"
+#include "host/session/Session.h"
 
 namespace {
 

@@ -11,8 +11,8 @@
 #include "cli/ParamOverride.h"
 #include "cli/Progress.h"
 #include "cli/RenderSession.h"
-#include "host/Composition.h"
-#include "host/Image.h"
+#include "host/comp/Composition.h"
+#include "host/pixels/Image.h"
 
 #include <cstdio>
 #include <cstdlib>

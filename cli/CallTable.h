@@ -4,7 +4,7 @@
 
 #include <string>
 
-#include "host/RenderCallLog.h"
+#include "host/checks/RenderCallLog.h"
 
 namespace cli {
 

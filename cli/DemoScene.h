@@ -2,7 +2,7 @@
 // The composition rendered when no scene file is given: a generated grid texture wrapped on
 // the surface, partly opened, lit by a spot light casting self shadows, seen by a camera.
 
-#include "host/Scene.h"
+#include "host/comp/Scene.h"
 
 namespace cli {
 

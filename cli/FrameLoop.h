@@ -7,8 +7,8 @@
 #include "cli/JobPlan.h"
 #include "cli/Progress.h"
 #include "cli/RenderSession.h"
-#include "host/Image.h"
-#include "host/ImageIO.h"
+#include "host/pixels/Image.h"
+#include "host/files/ImageIO.h"
 
 #include <optional>
 

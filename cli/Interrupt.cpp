@@ -1,6 +1,6 @@
 #include "cli/Interrupt.h"
 
-#include "host/FileCommit.h"
+#include "host/files/FileCommit.h"
 
 #include <atomic>
 #include <csignal>

@@ -4,7 +4,7 @@
 // ends with 128 + the signal's number. A second one ends the process at once, after unlinking
 // the temporary file of any write under way, so no half-written file is left anywhere.
 
-#include "host/FaultInjector.h"
+#include "host/checks/FaultInjector.h"
 
 namespace cli {
 

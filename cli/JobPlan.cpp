@@ -1,7 +1,7 @@
 #include "cli/JobPlan.h"
 
 #include "cli/CliError.h"
-#include "host/Composition.h"
+#include "host/comp/Composition.h"
 
 #include <cctype>
 #include <climits>

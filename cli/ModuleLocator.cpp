@@ -1,7 +1,7 @@
 #include "cli/ModuleLocator.h"
 
 #include "cli/CliError.h"
-#include "host/ModuleLibrary.h"
+#include "host/session/ModuleLibrary.h"
 
 #include <filesystem>
 #include <system_error>

@@ -1,7 +1,7 @@
 #pragma once
 // What the user asked for on the command line, before any file is read.
 
-#include "host/InputFiles.h"
+#include "host/files/InputFiles.h"
 
 #include <optional>
 #include <string>

@@ -1,8 +1,8 @@
 #include "cli/OutputWriter.h"
 
 #include "cli/CliError.h"
-#include "host/ImageIO.h"
-#include "host/SystemFaults.h"
+#include "host/files/ImageIO.h"
+#include "host/checks/SystemFaults.h"
 
 #include <filesystem>
 #include <system_error>

@@ -2,8 +2,8 @@
 // Writes rendered frames: PNG at 8 or 16 bits, OpenEXR at 32, never a half-written file under
 // the final name.
 
-#include "host/Image.h"
-#include "host/ImageIO.h"
+#include "host/pixels/Image.h"
+#include "host/files/ImageIO.h"
 
 #include <string>
 

@@ -1,6 +1,6 @@
 #include "cli/ParamListing.h"
 
-#include "host/Composition.h"
+#include "host/comp/Composition.h"
 
 #include <cstdio>
 #include <sstream>

@@ -2,7 +2,7 @@
 // The --list-params table: every parameter the effect registered, with its kind, valid range,
 // default, the scene's value and its state in the effect controls.
 
-#include "host/Host.h"
+#include "host/session/Host.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
 #include "cli/ParamOverride.h"
 
 #include "cli/CliError.h"
-#include "host/ParamText.h"
+#include "host/comp/ParamText.h"
 
 #include <algorithm>
 

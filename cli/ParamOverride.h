@@ -1,7 +1,7 @@
 #pragma once
 // Parameter overrides from the command line: --set "Open Parameter=0.5".
 
-#include "host/Scene.h"
+#include "host/comp/Scene.h"
 
 #include <string>
 #include <vector>

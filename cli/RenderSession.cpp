@@ -1,7 +1,7 @@
 #include "cli/RenderSession.h"
 
 #include "cli/CliError.h"
-#include "host/ImageIO.h"
+#include "host/files/ImageIO.h"
 
 namespace cli {
 

@@ -3,9 +3,9 @@
 // into the program's exit statuses, frames as straight RGBA images, and the host calls of
 // every frame rendered so far added up.
 
-#include "host/Image.h"
-#include "host/Scene.h"
-#include "host/Session.h"
+#include "host/pixels/Image.h"
+#include "host/comp/Scene.h"
+#include "host/session/Session.h"
 
 #include <memory>
 #include <string>

@@ -8,7 +8,7 @@ cd "$(dirname "$0")/.."
 dir=${1:-build-tsan}
 start=$(date +%s)
 
-targets=(reliability_threads host_core_test host_pixels_test raytrace_primary_test
+targets=(reliability_threads host_checks_test host_session_test host_pixels_test raytrace_primary_test
          raytrace_dof_test render_driver_test)
 
 cmake -S . -B "$dir" -G Ninja -DCMAKE_BUILD_TYPE=RelWithDebInfo -DORBIVANE_BUILD_BENCH=OFF \

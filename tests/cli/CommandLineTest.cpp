@@ -4,7 +4,7 @@
 #include "cli/ModuleLocator.h"
 #include "cli/Options.h"
 #include "cli/ParamOverride.h"
-#include "host/ParamText.h"
+#include "host/comp/ParamText.h"
 
 #include <filesystem>
 #include <fstream>

@@ -11,8 +11,8 @@
 #include <unistd.h>
 
 #include "Refusal.h"
-#include "host/Image.h"
-#include "host/ImageIO.h"
+#include "host/pixels/Image.h"
+#include "host/files/ImageIO.h"
 
 namespace {
 

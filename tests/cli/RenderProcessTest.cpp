@@ -6,7 +6,7 @@
 
 #include "CliRunner.h"
 #include "SmallScene.h"
-#include "host/ImageIO.h"
+#include "host/files/ImageIO.h"
 
 #include <cmath>
 

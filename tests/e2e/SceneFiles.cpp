@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "host/PixelWorld.h"
+#include "host/pixels/PixelWorld.h"
 
 namespace e2e {
 

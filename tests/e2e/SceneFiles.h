@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "host/Session.h"
+#include "host/session/Session.h"
 
 namespace e2e {
 

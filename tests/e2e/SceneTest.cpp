@@ -6,7 +6,7 @@
 
 #include "e2e/ImageCompare.h"
 #include "e2e/SceneFiles.h"
-#include "host/FaultInjector.h"
+#include "host/checks/FaultInjector.h"
 
 namespace {
 

@@ -7,7 +7,7 @@
 #include <sstream>
 #include <vector>
 
-#include "host/Composition.h"
+#include "host/comp/Composition.h"
 #include "reliability/OutputPixels.h"
 #include "shell/ParamIds.h"
 

@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <string>
 
-#include "host/Host.h"
+#include "host/session/Host.h"
 
 namespace fuzz {
 

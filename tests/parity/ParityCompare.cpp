@@ -12,7 +12,7 @@
 #include <filesystem>
 #include <string>
 
-#include "host/ImageDump.h"
+#include "host/files/ImageDump.h"
 
 namespace {
 

@@ -10,8 +10,8 @@
 #include <nlohmann/json.hpp>
 #include <string>
 
-#include "host/ImageDump.h"
-#include "host/ImageIO.h"
+#include "host/files/ImageDump.h"
+#include "host/files/ImageIO.h"
 
 namespace {
 

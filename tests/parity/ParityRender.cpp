@@ -10,9 +10,9 @@
 #include <exception>
 #include <string>
 
-#include "host/ImageDump.h"
-#include "host/PixelWorld.h"
-#include "host/Session.h"
+#include "host/files/ImageDump.h"
+#include "host/pixels/PixelWorld.h"
+#include "host/session/Session.h"
 
 namespace {
 

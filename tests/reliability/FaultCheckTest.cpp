@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/SuiteRegistry.h"
+#include "host/api/SuiteRegistry.h"
 #include "reliability/FaultPlan.h"
 #include "reliability/FaultRun.h"
 

@@ -3,7 +3,7 @@
 #include <map>
 #include <set>
 
-#include "host/SuiteRegistry.h"
+#include "host/api/SuiteRegistry.h"
 
 namespace reliability {
 

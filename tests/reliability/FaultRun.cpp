@@ -2,7 +2,7 @@
 
 #include <sstream>
 
-#include "host/Host.h"
+#include "host/session/Host.h"
 #include "reliability/Isolated.h"
 #include "reliability/TestScene.h"
 

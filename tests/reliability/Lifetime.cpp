@@ -3,7 +3,7 @@
 #include <functional>
 #include <sstream>
 
-#include "host/Host.h"
+#include "host/session/Host.h"
 #include "reliability/TestScene.h"
 #include "shell/ParamIds.h"
 

@@ -8,7 +8,7 @@
 
 #include "cli/CliRunner.h"
 #include "cli/SmallScene.h"
-#include "host/ImageIO.h"
+#include "host/files/ImageIO.h"
 
 #include <algorithm>
 #include <csignal>

@@ -2,7 +2,7 @@
 
 #include <cmath>
 
-#include "host/PixelWorld.h"
+#include "host/pixels/PixelWorld.h"
 
 namespace reliability {
 

@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "host/Host.h"
+#include "host/session/Host.h"
 
 namespace reliability {
 

@@ -9,7 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "host/Session.h"
+#include "host/session/Session.h"
 #include "reliability/OutputPixels.h"
 
 namespace reliability {

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "AE_MyLib/AEObject/AEGP_SuiteHandler.h"
-#include "host/Host.h"
+#include "host/session/Host.h"
 
 namespace reliability {
 namespace {

@@ -6,8 +6,8 @@
 
 #include <memory>
 
-#include "host/Composition.h"
-#include "host/Host.h"
+#include "host/comp/Composition.h"
+#include "host/session/Host.h"
 
 namespace reliability {
 

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "host/HandleHeap.h"
-#include "host/Host.h"
+#include "host/checks/HandleHeap.h"
+#include "host/session/Host.h"
 #include "render/RenderInfo.h"
 
 namespace {

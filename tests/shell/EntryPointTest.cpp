@@ -10,7 +10,7 @@
 #include "AE_Effect.h"
 #include "AE_MyLib/AEObject/AEO_InData.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/HandleHeap.h"
+#include "host/checks/HandleHeap.h"
 #include "shell/CommandNames.h"
 #include "shell/GlobalData.h"
 #include "shell/SequenceData.h"

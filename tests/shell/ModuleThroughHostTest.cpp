@@ -5,8 +5,8 @@
 
 #include <string>
 
-#include "host/Host.h"
-#include "host/Pipl.h"
+#include "host/session/Host.h"
+#include "host/session/Pipl.h"
 #include "shell/ParamIds.h"
 
 #ifndef PF_DEF_NAME

@@ -10,7 +10,7 @@
 #include <string>
 
 #include "AE_Effect.h"
-#include "host/Host.h"
+#include "host/session/Host.h"
 #include "shell/ParamIds.h"
 
 namespace {

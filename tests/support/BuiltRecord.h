@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/Session.h"
+#include "host/session/Session.h"
 #include "render/ConstructRenderInfo.h"
 
 namespace test_support {

@@ -9,8 +9,8 @@
 
 #include <memory>
 
-#include "host/Host.h"
-#include "host/PixelWorld.h"
+#include "host/session/Host.h"
+#include "host/pixels/PixelWorld.h"
 #include "render/RenderInfo.h"
 
 namespace test_support {

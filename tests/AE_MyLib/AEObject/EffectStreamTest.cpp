@@ -9,7 +9,7 @@
 #include "AE_MyLib/AEObject/AEO_Effect.h"
 #include "AE_MyLib/AEObject/AEO_Interface.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/AegpSuites.h"
+#include "host/api/AegpSuites.h"
 
 namespace {
 

@@ -9,7 +9,7 @@
 #include "AE_MyLib/AEObject/AEO_Layer.h"
 #include "AE_MyLib/AEObject/ATParameter.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/Composition.h"
+#include "host/comp/Composition.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <stdexcept>
 
-#include "host/Composition.h"
+#include "host/comp/Composition.h"
 
 namespace hosted {
 

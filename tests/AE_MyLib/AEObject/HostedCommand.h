@@ -9,8 +9,8 @@
 #include <vector>
 
 #include "AE_GeneralPlug.h"
-#include "host/AegpSuites.h"
-#include "host/Host.h"
+#include "host/api/AegpSuites.h"
+#include "host/session/Host.h"
 
 namespace hosted {
 

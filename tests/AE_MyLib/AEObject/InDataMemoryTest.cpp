@@ -9,7 +9,7 @@
 
 #include "AE_MyLib/AEObject/AEO_InData.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/HandleHeap.h"
+#include "host/checks/HandleHeap.h"
 
 namespace {
 

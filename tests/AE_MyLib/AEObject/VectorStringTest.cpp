@@ -7,7 +7,7 @@
 #include "AE_MyLib/AEObject/AEO_String.h"
 #include "AE_MyLib/AEObject/AEO_Vector.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/HandleHeap.h"
+#include "host/checks/HandleHeap.h"
 
 namespace {
 

@@ -1,5 +1,5 @@
-#include "host/AreaSampler.h"
-#include "host/PixelWorld.h"
+#include "host/pixels/AreaSampler.h"
+#include "host/pixels/PixelWorld.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "host/GeneratedImages.h"
-#include "host/Image.h"
+#include "host/pixels/GeneratedImages.h"
+#include "host/pixels/Image.h"
 
 #include <gtest/gtest.h>
 

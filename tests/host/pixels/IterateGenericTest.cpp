@@ -1,4 +1,4 @@
-#include "host/IterateGeneric.h"
+#include "host/pixels/IterateGeneric.h"
 
 #include <gtest/gtest.h>
 

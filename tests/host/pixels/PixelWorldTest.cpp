@@ -1,4 +1,4 @@
-#include "host/PixelWorld.h"
+#include "host/pixels/PixelWorld.h"
 
 #include <gtest/gtest.h>
 

@@ -1,5 +1,5 @@
-#include "host/SamplerCache.h"
-#include "host/PixelWorld.h"
+#include "host/pixels/SamplerCache.h"
+#include "host/pixels/PixelWorld.h"
 
 #include <gtest/gtest.h>
 

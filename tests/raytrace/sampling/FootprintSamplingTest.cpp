@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "host/Host.h"
-#include "host/PixelWorld.h"
+#include "host/session/Host.h"
+#include "host/pixels/PixelWorld.h"
 #include "math/PixelConvert.h"
 #include "raytrace/FootprintSampling.h"
 #include "support/RecordScene.h"

@@ -10,7 +10,7 @@
 
 #include <gtest/gtest.h>
 
-#include "host/PixelWorld.h"
+#include "host/pixels/PixelWorld.h"
 #include "raytrace/Shading.h"
 #include "support/RecordScene.h"
 #include "support/ShapeSize.h"

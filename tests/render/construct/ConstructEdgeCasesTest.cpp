@@ -9,7 +9,7 @@
 #include <memory>
 #include <string>
 
-#include "host/Session.h"
+#include "host/session/Session.h"
 #include "render/ConstructRenderInfo.h"
 #include "support/BuiltRecord.h"
 

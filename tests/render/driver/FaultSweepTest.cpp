@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "e2e/SceneFiles.h"
-#include "host/FaultInjector.h"
+#include "host/checks/FaultInjector.h"
 
 namespace {
 

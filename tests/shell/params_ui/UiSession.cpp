@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "AE_GeneralPlug.h"
-#include "host/AegpSuites.h"
+#include "host/api/AegpSuites.h"
 #include "shell/ParamIds.h"
 
 namespace ui_test {

@@ -15,8 +15,8 @@
 
 #include "AE_Effect.h"
 #include "AE_GeneralPlug.h"
-#include "host/Composition.h"
-#include "host/Host.h"
+#include "host/comp/Composition.h"
+#include "host/session/Host.h"
 
 namespace ui_test {
 

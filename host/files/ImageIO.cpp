@@ -1,0 +1,279 @@
+#include "host/files/ImageIOModule.h"
+
+#include "host/pixels/RowBands.h"
+
+#include <OpenImageIO/filesystem.h>
+#include <OpenImageIO/imageio.h>
+
+#include <algorithm>
+#include <cctype>
+#include <cmath>
+#include <cstdint>
+#include <cstdio>
+#include <fcntl.h>
+#include <filesystem>
+#include <memory>
+#include <mutex>
+#include <new>
+#include <sstream>
+#include <unistd.h>
+
+#if defined(__SANITIZE_ADDRESS__)
+#include <sanitizer/lsan_interface.h>
+#endif
+
+namespace host {
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string lowerExtension(const std::string& path) {
+    std::string ext = fs::path(path).extension().string();
+    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
+    return ext;
+}
+
+// Maps the file's channels (grey, grey + alpha, RGB, RGBA, more) onto straight RGBA.
+RGBA toRGBA(const float* channels, int count, int alpha_channel) {
+    RGBA p;
+    if (count <= 2) {
+        p.r = p.g = p.b = channels[0];
+    } else {
+        p.r = channels[0];
+        p.g = channels[1];
+        p.b = channels[2];
+    }
+    if (alpha_channel < 0 && count == 2) alpha_channel = 1;
+    p.a = alpha_channel >= 0 && alpha_channel < count ? channels[alpha_channel] : 1.0f;
+    return p;
+}
+
+void unpremultiply(Image& image) {
+    for (RGBA& p : image.pixels()) {
+        if (p.a > 0.0f) {
+            p.r /= p.a;
+            p.g /= p.a;
+            p.b /= p.a;
+        }
+    }
+}
+
+// Rows converted and handed to the writer at a time: the strip stays in cache, and the frame
+// never needs a second full-size copy (whose page faults alone cost as much as converting).
+constexpr int kStripRows = 64;
+
+// Converts `image` strip by strip with convert(pixel, four channels out), each strip in bands
+// of rows on `threads` threads, and writes it. False when the writer fails.
+template <class T, class Convert>
+bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Convert convert) {
+    const std::size_t width = static_cast<std::size_t>(image.width());
+    std::vector<T> strip(width * kStripRows * 4);
+    for (int y0 = 0; y0 < image.height(); y0 += kStripRows) {
+        const int y1 = std::min(y0 + kStripRows, image.height());
+        const RGBA* rows = &image.pixels()[y0 * width];
+        forEachRowBand(y1 - y0, threads, [&](int first, int end) {
+            for (std::size_t i = first * width; i < end * width; ++i) convert(rows[i], &strip[i * 4]);
+        });
+        if (!out.write_scanlines(y0, y1, 0, OIIO::BaseTypeFromC<T>::value, strip.data())) return false;
+    }
+    return true;
+}
+
+// Integer channels rounded to nearest, clamped to 0..white (NaN as 0).
+template <class T>
+bool writeQuantised(OIIO::ImageOutput& out, const Image& image, double white, int threads) {
+    auto q = [white](float v) {
+        const double scaled = std::floor(static_cast<double>(v) * white + 0.5);
+        return static_cast<T>(std::clamp(std::isnan(scaled) ? 0.0 : scaled, 0.0, white));
+    };
+    return writeInStrips<T>(out, image, threads, [&q](const RGBA& p, T* c) {
+        c[0] = q(p.r), c[1] = q(p.g), c[2] = q(p.b), c[3] = q(p.a);
+    });
+}
+
+bool writePremultiplied(OIIO::ImageOutput& out, const Image& image, int threads) {
+    return writeInStrips<float>(out, image, threads, [](const RGBA& p, float* c) {
+        c[0] = p.r * p.a, c[1] = p.g * p.a, c[2] = p.b * p.a, c[3] = p.a;
+    });
+}
+
+bool isExrCompression(const std::string& name) {
+    for (const char* known : kExrCompressions)
+        if (name == known) return true;
+    return false;
+}
+
+// The encoder settings: OpenEXR's compression by name; for PNG the zlib level, and the row
+// filter (the Up filter alone encodes several times faster than libpng's per-row choice among
+// all five, for files about 1.5 times larger at level 1).
+void setCompression(const SaveOptions& options, bool exr, OIIO::ImageSpec& spec) {
+    if (exr) {
+        spec.attribute("compression", options.exr_compression);
+        return;
+    }
+    spec.attribute("png:compressionLevel", options.png_level);
+    if (options.png_up_filter) spec.attribute("png:filter", 0x20);  // PNG_FILTER_UP
+}
+
+// OpenImageIO's messages may run over several lines (one per library complaint); ours are one.
+std::string oneLine(const std::string& text) {
+    std::string joined, line;
+    for (std::istringstream lines(text); std::getline(lines, line);)
+        if (!line.empty()) joined += (joined.empty() ? "" : "; ") + line;
+    return joined.empty() ? "not an image OpenImageIO can read" : joined;
+}
+
+// Image libraries (libpng) print warnings and errors of a damaged file straight to stderr;
+// the same reasons come back through OpenImageIO's geterror() and go into our one-line
+// message, so the raw lines are sent to /dev/null while a file is read. Reads happen while
+// scenes are loaded, before rendering writes anything to stderr.
+class LibraryChatterMuted {
+public:
+    LibraryChatterMuted() : lock_(mutex()) {
+        std::fflush(stderr);
+        const int null = ::open("/dev/null", O_WRONLY | O_CLOEXEC);
+        if (null < 0) return;
+        saved_ = ::dup(STDERR_FILENO);
+        if (saved_ >= 0) ::dup2(null, STDERR_FILENO);
+        ::close(null);
+    }
+    ~LibraryChatterMuted() {
+        if (saved_ < 0) return;
+        std::fflush(stderr);
+        ::dup2(saved_, STDERR_FILENO);
+        ::close(saved_);
+    }
+    LibraryChatterMuted(const LibraryChatterMuted&) = delete;
+    LibraryChatterMuted& operator=(const LibraryChatterMuted&) = delete;
+
+private:
+    static std::mutex& mutex() {
+        static std::mutex m;
+        return m;
+    }
+    std::lock_guard<std::mutex> lock_;
+    int saved_ = -1;
+};
+
+// OpenImageIO's PNG reader leaves a libpng error by a longjmp that skips the destructor of a
+// string of its own: a few bytes per damaged file, lost inside the library. In sanitizer builds
+// the leak checker is told not to count what the library allocates while it reads pixels, so
+// that our own leaks stay visible.
+class LibraryLeaksIgnored {
+public:
+    LibraryLeaksIgnored() {
+#if defined(__SANITIZE_ADDRESS__)
+        __lsan_disable();
+#endif
+    }
+    ~LibraryLeaksIgnored() {
+#if defined(__SANITIZE_ADDRESS__)
+        __lsan_enable();
+#endif
+    }
+    LibraryLeaksIgnored(const LibraryLeaksIgnored&) = delete;
+    LibraryLeaksIgnored& operator=(const LibraryLeaksIgnored&) = delete;
+};
+
+std::string cannotRead(const std::string& path) { return "cannot read image '" + path + "': "; }
+
+std::unique_ptr<OIIO::ImageInput> open(const std::string& path, const OIIO::ImageSpec* config) {
+    auto in = OIIO::ImageInput::open(path, config);
+    if (!in) throw ImageIOError(cannotRead(path) + oneLine(OIIO::geterror()));
+    return in;
+}
+
+}  // namespace
+
+Image readImagePixels(const std::string& path) {
+    // Ask readers to leave unassociated (straight) alpha as it is in the file.
+    OIIO::ImageSpec config;
+    config.attribute("oiio:UnassociatedAlpha", 1);
+    const LibraryChatterMuted muted;
+    const std::unique_ptr<OIIO::ImageInput> in = open(path, &config);
+    const OIIO::ImageSpec& spec = in->spec();
+    const int count = spec.nchannels;
+    std::vector<float> data;
+    Image image;
+    try {
+        data.resize(static_cast<std::size_t>(spec.width) * spec.height * count);
+        image = Image(spec.width, spec.height);
+    } catch (const std::bad_alloc&) {
+        throw ImageIOError(cannotRead(path) + "not enough memory for its " + std::to_string(spec.width) + " x " +
+                           std::to_string(spec.height) + " pixels");
+    }
+    bool read = false;
+    {
+        const LibraryLeaksIgnored library_leaks;
+        read = in->read_image(0, 0, 0, count, OIIO::TypeDesc::FLOAT, data.data());
+    }
+    if (!read) throw ImageIOError(cannotRead(path) + oneLine(in->geterror()));
+
+    for (std::size_t i = 0; i < image.pixels().size(); ++i)
+        image.pixels()[i] = toRGBA(&data[i * count], count, spec.alpha_channel);
+    const bool has_alpha = spec.alpha_channel >= 0 || count == 2;
+    if (has_alpha && spec.get_int_attribute("oiio:UnassociatedAlpha", 0) == 0) unpremultiply(image);
+    return image;
+}
+
+ImageHeader readImageHeader(const std::string& path) {
+    const LibraryChatterMuted muted;
+    const OIIO::ImageSpec spec = open(path, nullptr)->spec();
+    return ImageHeader{spec.width, spec.height, spec.nchannels, spec.depth};
+}
+
+namespace {
+
+// The file's bytes, encoded in memory so that the host writes them in one checked,
+// all-or-nothing step.
+std::vector<unsigned char> encodeInMemory(const Image& image, const std::string& path, bool exr,
+                                          const SaveOptions& options) {
+    const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
+                                    : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
+    OIIO::ImageSpec spec(image.width(), image.height(), 4, type);
+    spec.alpha_channel = 3;
+    // PNG holds straight colour; say ours already is, so the writer does not divide again.
+    if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
+    setCompression(options, exr, spec);
+
+    std::vector<unsigned char> bytes;
+    OIIO::Filesystem::IOVecOutput memory(bytes);
+    auto out = OIIO::ImageOutput::create(path, &memory);
+    if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
+    bool ok = out->open(path, spec);
+    if (ok) {
+        if (exr)
+            ok = writePremultiplied(*out, image, options.threads);
+        else if (options.png_bits == 16)
+            ok = writeQuantised<std::uint16_t>(*out, image, 65535.0, options.threads);
+        else
+            ok = writeQuantised<std::uint8_t>(*out, image, 255.0, options.threads);
+        ok = out->close() && ok;
+    }
+    if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
+    return bytes;
+}
+
+}  // namespace
+
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options) {
+    const std::string ext = lowerExtension(path);
+    const bool exr = ext == ".exr";
+    if (!exr && ext != ".png")
+        throw ImageIOError("cannot write image '" + path + "': only .png and .exr files are written");
+    if (!exr && options.png_bits != 8 && options.png_bits != 16)
+        throw ImageIOError("cannot write image '" + path + "': PNG depth must be 8 or 16 bits");
+    if (!exr && (options.png_level < 0 || options.png_level > 9))
+        throw ImageIOError("cannot write image '" + path + "': PNG compression level must be 0 to 9");
+    if (exr && !isExrCompression(options.exr_compression))
+        throw ImageIOError("cannot write image '" + path + "': unknown EXR compression \"" + options.exr_compression + "\"");
+    if (image.empty()) throw ImageIOError("cannot write image '" + path + "': the image is empty");
+    try {
+        return encodeInMemory(image, path, exr, options);
+    } catch (const std::bad_alloc&) {
+        throw outOfMemoryWhileEncoding(image, path);
+    }
+}
+
+}  // namespace host

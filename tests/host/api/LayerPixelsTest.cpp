@@ -1,0 +1,175 @@
+// Layer pixels as the host renders them for the effect: generated and file sources at every
+// depth, downsampled with ceil-sized extents, sub-rects with their origin, loaded once.
+#include <gtest/gtest.h>
+
+#include <cstdio>
+#include <string>
+#include <unistd.h>
+
+#include "host/comp/Composition.h"
+#include "host/session/Host.h"
+#include "host/files/ImageIO.h"
+#include "host/api/LayerPixels.h"
+
+namespace host {
+namespace {
+
+Layer checkerLayer() {
+    Layer layer;
+    layer.kind = LayerKind::Footage;
+    layer.source.pattern = GeneratedPattern::Checkerboard;
+    layer.source.width = 4;
+    layer.source.height = 4;
+    layer.source.cell = 2;
+    layer.source.color = Color{1, 1, 1, 1};   // opaque white
+    layer.source.color2 = Color{1, 0, 0, 1};  // opaque blue
+    return layer;
+}
+
+struct Filled {
+    OwnedWorld world;
+    PF_PixelFormat format;
+    Filled(LayerPixels& pixels, const Layer& layer, PF_PixelFormat f, A_long w, A_long h, double scale,
+           A_long origin_x = 0, A_long origin_y = 0)
+        : format(f) {
+        WorldOptions options;
+        options.clear = false;  // poisoned: every byte must be written
+        EXPECT_EQ(world.allocate(w, h, f, options), PF_Err_NONE);
+        world->origin_x = origin_x;
+        world->origin_y = origin_y;
+        pixels.fill(layer, 64, 48, f, scale, scale, world.get());
+    }
+    PF_Pixel at8(A_long x, A_long y) const { return worldPixel<PF_Pixel>(world.get(), x, y); }
+};
+
+bool same(const PF_Pixel& a, const PF_Pixel& b) {
+    return a.alpha == b.alpha && a.red == b.red && a.green == b.green && a.blue == b.blue;
+}
+
+constexpr PF_Pixel kWhite{255, 255, 255, 255};
+constexpr PF_Pixel kBlue{255, 0, 0, 255};
+constexpr PF_Pixel kClear{0, 0, 0, 0};
+
+TEST(LayerPixels, GeneratedSourceAtFullAndReducedResolution) {
+    LayerPixels pixels;
+    const Layer layer = checkerLayer();
+    Filled full(pixels, layer, PF_PixelFormat_ARGB32, 4, 4, 1.0);
+    EXPECT_TRUE(same(full.at8(0, 0), kWhite));
+    EXPECT_TRUE(same(full.at8(1, 1), kWhite));
+    EXPECT_TRUE(same(full.at8(2, 0), kBlue));
+    EXPECT_TRUE(same(full.at8(0, 3), kBlue));
+    EXPECT_TRUE(same(full.at8(3, 3), kWhite));
+    // Half resolution: each world pixel averages one 2x2 cell, so the cells stay pure.
+    Filled half(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 0.5);
+    EXPECT_TRUE(same(half.at8(0, 0), kWhite));
+    EXPECT_TRUE(same(half.at8(1, 0), kBlue));
+    EXPECT_TRUE(same(half.at8(1, 1), kWhite));
+    // A third: ceil(4/3) = 2 pixels; the second covers one source column and row only.
+    Filled third(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 1.0 / 3.0);
+    EXPECT_TRUE(same(third.at8(1, 1), kWhite));  // source pixel (3, 3)
+    EXPECT_EQ(pixels.images_loaded(), 1u);       // one source, three conversions
+}
+
+TEST(LayerPixels, SubRectStartsAtItsOriginAndIsTransparentBeyondTheSource) {
+    LayerPixels pixels;
+    Filled part(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 3, 2, 1.0, 2, 3);
+    EXPECT_TRUE(same(part.at8(0, 0), kWhite));  // source (2, 3): cell (1, 1)
+    EXPECT_TRUE(same(part.at8(1, 0), kWhite));  // source (3, 3)
+    EXPECT_TRUE(same(part.at8(2, 0), kClear));  // source (4, 3): outside
+    EXPECT_TRUE(same(part.at8(0, 1), kClear));  // source (2, 4): outside
+    Filled before(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 2, 1, 1.0, -1, 2);
+    EXPECT_TRUE(same(before.at8(0, 0), kClear));  // source (-1, 2): outside
+    EXPECT_TRUE(same(before.at8(1, 0), kBlue));   // source (0, 2): cell (0, 1)
+}
+
+TEST(LayerPixels, DeepAndFloatWorldsKeepTheSourceValues) {
+    LayerPixels pixels;
+    Layer solid;
+    solid.kind = LayerKind::Solid;
+    solid.source.pattern = GeneratedPattern::Solid;
+    solid.source.width = solid.source.height = 2;
+    solid.source.color = Color{1, 0.25, 0.5, 0.75};
+    Filled deep(pixels, solid, PF_PixelFormat_ARGB64, 2, 2, 1.0);
+    const PF_Pixel16& d = worldPixel<PF_Pixel16>(deep.world.get(), 1, 1);
+    EXPECT_EQ(d.alpha, 32768);
+    EXPECT_EQ(d.red, 8192);
+    EXPECT_EQ(d.green, 16384);
+    EXPECT_EQ(d.blue, 24576);
+    Filled fp(pixels, solid, PF_PixelFormat_ARGB128, 2, 2, 1.0);
+    const PF_PixelFloat& f = worldPixel<PF_PixelFloat>(fp.world.get(), 0, 1);
+    EXPECT_FLOAT_EQ(f.red, 0.25f);
+    EXPECT_FLOAT_EQ(f.blue, 0.75f);
+}
+
+TEST(LayerPixels, SolidWithoutASizeCoversItsComposition) {
+    LayerPixels pixels;
+    Layer solid;
+    solid.kind = LayerKind::Solid;
+    solid.source.color = Color{1, 1, 0, 0};
+    Filled f(pixels, solid, PF_PixelFormat_ARGB32, 64, 48, 1.0);
+    EXPECT_TRUE(same(f.at8(63, 47), PF_Pixel{255, 255, 0, 0}));
+    Layer camera;
+    camera.kind = LayerKind::Camera;
+    Filled none(pixels, camera, PF_PixelFormat_ARGB32, 2, 2, 1.0);
+    EXPECT_TRUE(same(none.at8(1, 1), kClear));  // no pixels of its own
+}
+
+class FileSource : public ::testing::Test {
+protected:
+    void SetUp() override {
+        path = "/tmp/orbivane-layerpixels-" + std::to_string(::getpid()) + ".png";
+        Image image(3, 1, RGBA{0, 0, 0, 1});
+        image.at(0, 0) = RGBA{1, 0, 0, 1};
+        image.at(2, 0) = RGBA{0, 0, 1, 1};
+        saveImage(image, path);
+    }
+    void TearDown() override { std::remove(path.c_str()); }
+    std::string path;
+};
+
+TEST_F(FileSource, ReadOnceAndSharedByEveryLayerUsingIt) {
+    LayerPixels pixels;
+    Layer a;
+    a.kind = LayerKind::Footage;
+    a.source.path = path;
+    a.source.width = 3;
+    a.source.height = 1;
+    Layer b = a;
+    b.id = 7;
+    Filled fa(pixels, a, PF_PixelFormat_ARGB64, 3, 1, 1.0);
+    Filled fb(pixels, b, PF_PixelFormat_ARGB32, 3, 1, 1.0);
+    EXPECT_EQ(worldPixel<PF_Pixel16>(fa.world.get(), 0, 0).red, 32768);
+    EXPECT_EQ(worldPixel<PF_Pixel16>(fa.world.get(), 1, 0).red, 0);
+    EXPECT_TRUE(same(fb.at8(2, 0), kBlue));
+    EXPECT_EQ(pixels.images_loaded(), 1u);
+}
+
+TEST_F(FileSource, HostRendersLayersFromTheirSourcesByDefault) {
+    auto comp = std::make_shared<Composition>("Main", 64, 48, 25, 1);
+    Layer footage;
+    footage.kind = LayerKind::Footage;
+    footage.source.path = path;
+    footage.source.width = 3;
+    footage.source.height = 1;
+    const int footage_id = comp->add_layer(footage).id;
+    Layer missing = footage;
+    missing.source.path = path + ".gone.png";
+    const int missing_id = comp->add_layer(missing).id;
+
+    Host session;
+    session.set_composition(comp, footage_id);
+    auto half = session.layer_world(footage_id, 0, 32, {1, 2}, {1, 2}, nullptr, false);
+    ASSERT_TRUE(half);
+    EXPECT_EQ(half->get().width, 2);  // ceil(3 / 2)
+    EXPECT_EQ(half->get().height, 1);
+    EXPECT_FLOAT_EQ(worldPixel<PF_PixelFloat>(half->get(), 1, 0).blue, 1.0f);  // source column 2 alone
+
+    auto gone = session.layer_world(missing_id, 0, 8, {1, 1}, {1, 1}, nullptr, false);
+    ASSERT_TRUE(gone);
+    EXPECT_TRUE(same(worldPixel<PF_Pixel>(gone->get(), 0, 0), kClear));
+    ASSERT_FALSE(session.messages().empty());
+    EXPECT_NE(session.messages().back().find(".gone.png"), std::string::npos) << session.messages().back();
+}
+
+}  // namespace
+}  // namespace host

@@ -1,0 +1,183 @@
+// The per-command log of host calls: counts by name and command, merged over the iteration
+// threads, forbidden render-thread calls marked, and the strict mode refusing exactly those.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "AE_EffectCBSuites.h"
+#include "host/checks/CallTally.h"
+#include "host/checks/FaultInjector.h"
+#include "host/session/Host.h"
+#include "host/checks/RenderCallLog.h"
+
+namespace host {
+namespace {
+
+const CallCount* find(const std::vector<CallCount>& counts, const std::string& name) {
+    for (const CallCount& c : counts)
+        if (c.name == name) return &c;
+    return nullptr;
+}
+
+TEST(CallTally, CountsEachNameSeparatelyPerCommand) {
+    CallTally tally;
+    tally.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
+    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
+    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
+    tally.count(PF_Cmd_SMART_RENDER, "checkout_output");
+    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
+
+    const std::vector<CallCount> pre = tally.totals(PF_Cmd_SMART_PRE_RENDER);
+    ASSERT_EQ(pre.size(), 1u);
+    EXPECT_EQ(pre[0].name, "checkout_layer");
+    EXPECT_EQ(pre[0].calls, 1u);
+    const std::vector<CallCount> render = tally.totals(PF_Cmd_SMART_RENDER);
+    ASSERT_EQ(render.size(), 2u);  // sorted by name
+    EXPECT_EQ(render[0].name, "area_sample");
+    EXPECT_EQ(render[0].calls, 3u);
+    EXPECT_EQ(render[1].name, "checkout_output");
+    EXPECT_EQ(render[1].calls, 1u);
+    EXPECT_TRUE(tally.totals(PF_Cmd_UPDATE_PARAMS_UI).empty());
+}
+
+TEST(CallTally, MergesNamesGivenByDifferentPointersToTheSameText) {
+    CallTally tally;
+    const char first[] = "host_lock_handle";
+    const char second[] = "host_lock_handle";
+    ASSERT_NE(static_cast<const void*>(first), static_cast<const void*>(second));
+    tally.count(PF_Cmd_SMART_RENDER, first);
+    tally.count(PF_Cmd_SMART_RENDER, second);
+    tally.refuse(PF_Cmd_SMART_RENDER, second);
+    const std::vector<CallCount> render = tally.totals(PF_Cmd_SMART_RENDER);
+    ASSERT_EQ(render.size(), 1u);
+    EXPECT_EQ(render[0].calls, 2u);
+    EXPECT_EQ(render[0].refused, 1u);
+}
+
+// Eight threads counting at once, switching between two tallies as iteration workers switch
+// between two renders: nothing is lost and nothing is counted in the wrong tally.
+TEST(CallTally, ThreadsCountingAtOnceLoseNothing) {
+    CallTally a, b;
+    constexpr int kThreads = 8, kCalls = 20000;
+    std::vector<std::thread> threads;
+    for (int t = 0; t < kThreads; ++t)
+        threads.emplace_back([&, t] {
+            for (int i = 0; i < kCalls; ++i) {
+                a.count(PF_Cmd_SMART_RENDER, "subpixel_sample");
+                if (i % 3 == 0) b.count(PF_Cmd_SMART_RENDER, "subpixel_sample");
+                if (t == 0 && i % 1000 == 0) a.count(PF_Cmd_SMART_RENDER, "progress");
+            }
+        });
+    for (std::thread& t : threads) t.join();
+    const std::vector<CallCount> in_a = a.totals(PF_Cmd_SMART_RENDER);
+    ASSERT_EQ(in_a.size(), 2u);
+    EXPECT_EQ(find(in_a, "subpixel_sample")->calls, std::uint64_t(kThreads) * kCalls);
+    EXPECT_EQ(find(in_a, "progress")->calls, std::uint64_t(kCalls / 1000));
+    EXPECT_EQ(find(b.totals(PF_Cmd_SMART_RENDER), "subpixel_sample")->calls,
+              std::uint64_t(kThreads) * ((kCalls + 2) / 3));
+}
+
+// A tally at the address of one destroyed on this thread starts from zero.
+TEST(CallTally, ANewTallyNeverInheritsTheCountsOfAnOldOne) {
+    for (int round = 0; round < 3; ++round) {
+        auto tally = std::make_unique<CallTally>();
+        tally->count(PF_Cmd_SMART_RENDER, "abort");
+        EXPECT_EQ(tally->totals(PF_Cmd_SMART_RENDER).at(0).calls, 1u) << round;
+    }
+}
+
+TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
+    for (const char* name : {"AEGP_GetNewLayerStream", "AEGP_DisposeStream", "AEGP_SetExpression",
+                             "AEGP_SetExpressionState", "AEGP_GetStreamName", "AEGP_StartUndoGroup",
+                             "AEGP_EndUndoGroup", "AEGP_DisposeEffect"})
+        EXPECT_TRUE(forbiddenOnRenderThread(name)) << name;
+    EXPECT_EQ(renderThreadForbiddenNames().size(), 8u);
+    // Reading values, effect access and layer queries stay allowed.
+    for (const char* name : {"AEGP_GetNewStreamValue", "AEGP_DisposeStreamValue", "AEGP_GetLayerStreamValue",
+                             "AEGP_GetNewEffectForEffect", "AEGP_GetEffectLayer", "AEGP_SetLayerFlag",
+                             "area_sample", "AcquireSuite", ""})
+        EXPECT_FALSE(forbiddenOnRenderThread(name)) << name;
+
+    CallTally tally;
+    tally.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
+    tally.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue");
+    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
+    const RenderCallLog log = renderCallLog(tally);
+    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeStream", "AEGP_GetNewLayerStream"}));
+    EXPECT_TRUE(find(log.pre_render, "AEGP_GetNewLayerStream")->forbidden);
+    EXPECT_FALSE(find(log.render, "AEGP_GetNewStreamValue")->forbidden);
+    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue"), 1u);
+    EXPECT_EQ(log.calls(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewStreamValue"), 0u);
+}
+
+// Every entry point passes the gate, which logs it in the running command and, in strict
+// mode during a smart command, refuses exactly the marked names.
+HostOptions strict() {
+    HostOptions o;
+    o.strict_render_thread = true;
+    return o;
+}
+
+TEST(EntryGate, StrictModeRefusesExactlyTheMarkedNamesDuringARender) {
+    Host session(strict());
+    auto scope = session.render_scope();
+    for (const std::string& name : renderThreadForbiddenNames())
+        EXPECT_EQ(HOST_FAULT_POINT(name.c_str()), A_Err_WRONG_THREAD) << name;
+    for (const char* name : {"AEGP_GetNewStreamValue", "AEGP_SetLayerFlag", "AEGP_SetLightType", "area_sample"})
+        EXPECT_EQ(HOST_FAULT_POINT(name), A_Err_NONE) << name;
+    const std::vector<CallCount> logged = scope->context().calls().totals(PF_Cmd_SMART_RENDER);
+    EXPECT_EQ(logged.size(), renderThreadForbiddenNames().size() + 4);
+    for (const CallCount& c : logged) EXPECT_EQ(c.refused, forbiddenOnRenderThread(c.name) ? 1u : 0u) << c.name;
+}
+
+TEST(EntryGate, OutsideARenderOrWithoutStrictModeNothingIsRefused) {
+    {
+        Host session(strict());
+        EXPECT_EQ(HOST_FAULT_POINT("AEGP_GetNewLayerStream"), A_Err_NONE);  // no command running
+    }
+    Host lenient;
+    auto scope = lenient.render_scope();
+    EXPECT_EQ(HOST_FAULT_POINT("AEGP_GetNewLayerStream"), A_Err_NONE);
+    EXPECT_EQ(scope->context().calls().totals(PF_Cmd_SMART_RENDER).at(0).calls, 1u);
+}
+
+// An injected fault comes first: the call is logged, fails with the injected error and is not
+// counted as refused.
+TEST(EntryGate, InjectedFaultsWinOverTheStrictRule) {
+    Host session(strict());
+    session.faults().fail_every("AEGP_DisposeStream", A_Err_ALLOC);
+    auto scope = session.render_scope();
+    EXPECT_EQ(HOST_FAULT_POINT("AEGP_DisposeStream"), A_Err_ALLOC);
+    const CallCount c = scope->context().calls().totals(PF_Cmd_SMART_RENDER).at(0);
+    EXPECT_EQ(c.calls, 1u);
+    EXPECT_EQ(c.refused, 0u);
+}
+
+TEST(RenderCallLog, AddingFramesSumsByNameAndKeepsTheOrder) {
+    CallTally first, second;
+    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
+    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
+    RenderCallLog total;
+    total.add(renderCallLog(first));
+    total.add(renderCallLog(second));
+    ASSERT_EQ(total.render.size(), 3u);
+    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
+    EXPECT_TRUE(total.render[0].forbidden);
+    EXPECT_EQ(total.render[0].refused, 1u);
+    EXPECT_EQ(total.render[1].name, "checkout_output");
+    EXPECT_EQ(total.render[2].name, "iterate_generic");
+    EXPECT_EQ(total.render[2].calls, 2u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
+}
+
+}  // namespace
+}  // namespace host

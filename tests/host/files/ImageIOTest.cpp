@@ -1,0 +1,129 @@
+#include "host/files/ImageIO.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <string>
+#include <utility>
+
+namespace host {
+namespace {
+
+namespace fs = std::filesystem;
+
+class ImageFiles : public ::testing::Test {
+protected:
+    ImageFiles() {
+        dir_ = fs::temp_directory_path() /
+               ("orbivane-pixels-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+        fs::remove_all(dir_);
+        fs::create_directories(dir_);
+    }
+    ~ImageFiles() override { fs::remove_all(dir_); }
+    std::string path(const std::string& name) const { return (dir_ / name).string(); }
+    std::size_t filesInDir() const {
+        return static_cast<std::size_t>(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()));
+    }
+
+    // Straight colours under partial alpha: a premultiply or divide anywhere shows up.
+    static Image sample(float unit) {
+        Image img(3, 2);
+        img.at(0, 0) = RGBA{204 * unit, 51 * unit, 0, 1};
+        img.at(1, 0) = RGBA{255 * unit, 102 * unit, 153 * unit, 128 * unit};
+        img.at(2, 0) = RGBA{0, 0, 0, 0};
+        img.at(0, 1) = RGBA{17 * unit, 34 * unit, 68 * unit, 64 * unit};
+        img.at(1, 1) = RGBA{1, 1, 1, 1};
+        img.at(2, 1) = RGBA{0, 255 * unit, 0, 255 * unit};
+        return img;
+    }
+
+    static void expectSame(const Image& got, const Image& want, float tolerance) {
+        ASSERT_EQ(got.width(), want.width());
+        ASSERT_EQ(got.height(), want.height());
+        for (int y = 0; y < want.height(); ++y)
+            for (int x = 0; x < want.width(); ++x) {
+                SCOPED_TRACE(::testing::Message() << "pixel " << x << "," << y);
+                if (want.at(x, y).a == 0) {
+                    EXPECT_EQ(got.at(x, y).a, 0.0f);
+                    continue;
+                }
+                EXPECT_NEAR(got.at(x, y).r, want.at(x, y).r, tolerance);
+                EXPECT_NEAR(got.at(x, y).g, want.at(x, y).g, tolerance);
+                EXPECT_NEAR(got.at(x, y).b, want.at(x, y).b, tolerance);
+                EXPECT_NEAR(got.at(x, y).a, want.at(x, y).a, tolerance);
+            }
+    }
+
+    fs::path dir_;
+};
+
+// Every encoder setting is lossless: fast and small PNG, any zlib level, each EXR compression,
+// on both sides of the row bands the conversions are split into.
+TEST_F(ImageFiles, PngRoundTripsKeepStraightColourIn8And16BitsWithEveryCompression) {
+    const Image img = sample(1.0f / 255);
+    for (int bits : {8, 16})
+        for (const auto& [level, up_filter] : {std::pair{kPngFastLevel, true}, std::pair{kPngSmallLevel, false},
+                                              std::pair{0, false}, std::pair{6, true}}) {
+            SaveOptions options;
+            options.png_bits = bits;
+            options.png_level = level;
+            options.png_up_filter = up_filter;
+            options.threads = 2;
+            const std::string file = path(std::to_string(bits) + "-" + std::to_string(level) + ".png");
+            SCOPED_TRACE(file);
+            saveImage(img, file, options);
+            expectSame(loadImage(file), img, bits == 8 ? 1e-6f : 0.5f / 65535);
+        }
+}
+
+TEST_F(ImageFiles, ExrRoundTripIsFloatExactForDyadicValuesWithEveryCompression) {
+    Image img(2, 2);
+    img.at(0, 0) = RGBA{0.75f, 2.5f, -0.25f, 1.0f};
+    img.at(1, 0) = RGBA{0.5f, 0.25f, 1.0f, 0.5f};
+    img.at(0, 1) = RGBA{1.0f, 0.125f, 0.0f, 0.25f};
+    img.at(1, 1) = RGBA{0, 0, 0, 0};
+    for (const char* compression : kExrCompressions) {
+        SaveOptions options;
+        options.exr_compression = compression;
+        options.threads = 2;
+        const std::string file = path(std::string(compression) + ".exr");
+        SCOPED_TRACE(file);
+        saveImage(img, file, options);
+        expectSame(loadImage(file), img, 0.0f);
+    }
+}
+
+TEST_F(ImageFiles, SavingLeavesOnlyTheFinalFile) {
+    saveImage(sample(1.0f / 255), path("only.png"));
+    saveImage(sample(1.0f / 255), path("only.png"));  // replaces it
+    EXPECT_EQ(filesInDir(), 1u);
+    EXPECT_TRUE(fs::exists(path("only.png")));
+}
+
+TEST_F(ImageFiles, ErrorsNameTheFile) {
+    try {
+        loadImage(path("missing.png"));
+        FAIL() << "no error";
+    } catch (const ImageIOError& e) {
+        EXPECT_NE(std::string(e.what()).find("missing.png"), std::string::npos) << e.what();
+    }
+    try {
+        saveImage(sample(1.0f / 255), path("picture.bmp"));
+        FAIL() << "no error";
+    } catch (const ImageIOError& e) {
+        EXPECT_NE(std::string(e.what()).find("picture.bmp"), std::string::npos) << e.what();
+    }
+    SaveOptions twelve;
+    twelve.png_bits = 12;
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.png"), twelve), ImageIOError);
+    SaveOptions bad_level, bad_exr;
+    bad_level.png_level = 10;
+    bad_exr.exr_compression = "dwaa";  // lossy: not offered
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.png"), bad_level), ImageIOError);
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("x.exr"), bad_exr), ImageIOError);
+    EXPECT_THROW(saveImage(sample(1.0f / 255), path("no-such-dir/x.png")), ImageIOError);
+    EXPECT_EQ(filesInDir(), 0u);
+}
+
+}  // namespace
+}  // namespace host
