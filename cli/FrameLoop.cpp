@@ -57,6 +57,7 @@ public:
 private:
     void write() {
         try {
+            if (writeQuantised()) return;
             host::Image image = toImage(frame_);
             if (style_.flatten_over) flattenOver(image, *style_.flatten_over);
             writeFrame(image, job_.path, style_.bit_depth, style_.encoding);
@@ -66,6 +67,17 @@ private:
             const CliError failed(kExitWriteFailed, "cannot write " + job_.path + ": " + e.what());
             error_ = std::make_exception_ptr(forFrame(failed, job_.frame));
         }
+    }
+
+    // A PNG with its alpha kept goes from the integer world straight to its channels, without
+    // the float frame in between: the same bytes for less work. False when the frame
+    // needs the float path.
+    bool writeQuantised() {
+        if (style_.flatten_over || style_.bit_depth == 32) return false;
+        std::optional<host::QuantisedImage> frame = toQuantised(frame_, style_.bit_depth == 16 ? 16 : 8);
+        if (!frame) return false;
+        writeFrame(*frame, job_.path, style_.encoding);
+        return true;
     }
 
     const FrameStyle& style_;

@@ -18,5 +18,7 @@ void flattenOver(host::Image& frame, const host::RGBA& background);
 // failure leaves the file already there untouched. Throws CliError (write failure) naming the
 // file and the operating system's reason.
 void writeFrame(const host::Image& frame, const std::string& path, int bit_depth, host::SaveOptions encoding = {});
+// The same for a frame already in PNG channels.
+void writeFrame(const host::QuantisedImage& frame, const std::string& path, host::SaveOptions encoding = {});
 
 }  // namespace cli

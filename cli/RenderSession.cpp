@@ -78,4 +78,15 @@ host::Image toImage(const RenderedFrame& rendered) {
     return frame;
 }
 
+std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& rendered, int bits) {
+    const host::RenderResult& result = rendered.result;
+    if (!result.rendered || !result.output) return std::nullopt;
+    const PF_LRect& r = result.result_rect;
+    const PF_EffectWorld& world = result.output->get();
+    if (result.output->format() == PF_PixelFormat_ARGB128 || r.left != 0 || r.top != 0 ||
+        world.width != rendered.width || world.height != rendered.height)
+        return std::nullopt;
+    return host::worldToQuantised(world, result.output->format(), bits);
+}
+
 }  // namespace cli

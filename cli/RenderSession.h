@@ -4,6 +4,8 @@
 // every frame rendered so far added up.
 
 #include "host/pixels/Image.h"
+
+#include <optional>
 #include "host/comp/Scene.h"
 #include "host/session/Session.h"
 
@@ -22,6 +24,10 @@ struct RenderedFrame {
 // The frame as straight RGBA at the layer's size, transparent where the effect drew nothing.
 // Needs no session, so it can run on another thread while the next frame renders.
 host::Image toImage(const RenderedFrame& frame);
+// The frame straight in PNG channels of `bits` (8 or 16), the same values toImage's floats
+// quantise to; none when that takes the float frame (a float world, an output that does not
+// cover the layer exactly, nothing rendered).
+std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& frame, int bits);
 
 class RenderSession {
 public:

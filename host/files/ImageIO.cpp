@@ -1,5 +1,6 @@
 #include "host/files/ImageIOModule.h"
 
+#include "host/pixels/Quantise.h"
 #include "host/pixels/RowBands.h"
 
 #include <OpenImageIO/filesystem.h>
@@ -83,10 +84,7 @@ bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Conv
 // Integer channels rounded to nearest, clamped to 0..white (NaN as 0).
 template <class T>
 bool writeQuantised(OIIO::ImageOutput& out, const Image& image, double white, int threads) {
-    auto q = [white](float v) {
-        const double scaled = std::floor(static_cast<double>(v) * white + 0.5);
-        return static_cast<T>(std::clamp(std::isnan(scaled) ? 0.0 : scaled, 0.0, white));
-    };
+    auto q = [white](float v) { return quantiseChannel<T>(v, white); };
     return writeInStrips<T>(out, image, threads, [&q](const RGBA& p, T* c) {
         c[0] = q(p.r), c[1] = q(p.g), c[2] = q(p.b), c[3] = q(p.a);
     });
@@ -226,12 +224,13 @@ ImageHeader readImageHeader(const std::string& path) {
 namespace {
 
 // The file's bytes, encoded in memory so that the host writes them in one checked,
-// all-or-nothing step.
-std::vector<unsigned char> encodeInMemory(const Image& image, const std::string& path, bool exr,
-                                          const SaveOptions& options) {
+// all-or-nothing step. write(out) hands the writer its pixels.
+template <class Write>
+std::vector<unsigned char> encodeInMemory(int width, int height, const std::string& path, bool exr,
+                                          const SaveOptions& options, Write write) {
     const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
                                     : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
-    OIIO::ImageSpec spec(image.width(), image.height(), 4, type);
+    OIIO::ImageSpec spec(width, height, 4, type);
     spec.alpha_channel = 3;
     // PNG holds straight colour; say ours already is, so the writer does not divide again.
     if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
@@ -243,21 +242,15 @@ std::vector<unsigned char> encodeInMemory(const Image& image, const std::string&
     if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
     bool ok = out->open(path, spec);
     if (ok) {
-        if (exr)
-            ok = writePremultiplied(*out, image, options.threads);
-        else if (options.png_bits == 16)
-            ok = writeQuantised<std::uint16_t>(*out, image, 65535.0, options.threads);
-        else
-            ok = writeQuantised<std::uint8_t>(*out, image, 255.0, options.threads);
+        ok = write(*out);
         ok = out->close() && ok;
     }
     if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
     return bytes;
 }
 
-}  // namespace
-
-std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options) {
+// Refuses what cannot be written; true for OpenEXR, false for PNG.
+bool checkedSaveRequest(int width, int height, const std::string& path, const SaveOptions& options) {
     const std::string ext = lowerExtension(path);
     const bool exr = ext == ".exr";
     if (!exr && ext != ".png")
@@ -268,11 +261,37 @@ std::vector<unsigned char> encodeImage(const Image& image, const std::string& pa
         throw ImageIOError("cannot write image '" + path + "': PNG compression level must be 0 to 9");
     if (exr && !isExrCompression(options.exr_compression))
         throw ImageIOError("cannot write image '" + path + "': unknown EXR compression \"" + options.exr_compression + "\"");
-    if (image.empty()) throw ImageIOError("cannot write image '" + path + "': the image is empty");
+    if (width <= 0 || height <= 0) throw ImageIOError("cannot write image '" + path + "': the image is empty");
+    return exr;
+}
+
+}  // namespace
+
+std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options) {
+    const bool exr = checkedSaveRequest(image.width(), image.height(), path, options);
     try {
-        return encodeInMemory(image, path, exr, options);
+        return encodeInMemory(image.width(), image.height(), path, exr, options, [&](OIIO::ImageOutput& out) {
+            if (exr) return writePremultiplied(out, image, options.threads);
+            if (options.png_bits == 16) return writeQuantised<std::uint16_t>(out, image, 65535.0, options.threads);
+            return writeQuantised<std::uint8_t>(out, image, 255.0, options.threads);
+        });
     } catch (const std::bad_alloc&) {
-        throw outOfMemoryWhileEncoding(image, path);
+        throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
+    }
+}
+
+std::vector<unsigned char> encodeQuantisedImage(const QuantisedImage& image, const std::string& path,
+                                                const SaveOptions& options) {
+    if (checkedSaveRequest(image.width, image.height, path, options) || options.png_bits != image.bits())
+        throw ImageIOError("cannot write image '" + path + "': its " + std::to_string(image.bits()) +
+                           "-bit channels are for a PNG of that depth");
+    try {
+        return encodeInMemory(image.width, image.height, path, false, options, [&](OIIO::ImageOutput& out) {
+            if (image.bits() == 16) return out.write_image(OIIO::TypeDesc::UINT16, image.rgba16.data());
+            return out.write_image(OIIO::TypeDesc::UINT8, image.rgba8.data());
+        });
+    } catch (const std::bad_alloc&) {
+        throw outOfMemoryWhileEncoding(image.width, image.height, path);
     }
 }
 

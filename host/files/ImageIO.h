@@ -56,14 +56,18 @@ struct SaveOptions {
     int threads = 1;  // for converting the pixels before encoding
 };
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options = {});
+// The same for a frame already in PNG channels: a PNG of its depth only.
+void saveImage(const QuantisedImage& image, const std::string& path, const SaveOptions& options = {});
 
 // The bytes saveImage writes: the options checked and the picture encoded in memory, in the
 // format `path`'s extension names. Throws ImageIOError.
 std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options);
+std::vector<unsigned char> encodeQuantisedImage(const QuantisedImage& image, const std::string& path,
+                                                const SaveOptions& options);
 
-inline ImageIOError outOfMemoryWhileEncoding(const Image& image, const std::string& path) {
+inline ImageIOError outOfMemoryWhileEncoding(int width, int height, const std::string& path) {
     return ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +
-                        std::to_string(image.width()) + " x " + std::to_string(image.height()) + " pixels");
+                        std::to_string(width) + " x " + std::to_string(height) + " pixels");
 }
 
 }  // namespace host

@@ -18,4 +18,8 @@ void saveImage(const Image&, const std::string& path, const SaveOptions&) {
     throw ImageIOError("cannot write image '" + path + "': this build writes no image files");
 }
 
+void saveImage(const QuantisedImage&, const std::string& path, const SaveOptions& options) {
+    saveImage(Image(), path, options);
+}
+
 }  // namespace host

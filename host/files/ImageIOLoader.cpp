@@ -103,14 +103,26 @@ Image loadImage(const std::string& path, const std::string& origin) {
     }
 }
 
-void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
-    if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image, path);
-    const std::vector<unsigned char> bytes = module("write", path).encode(image, path, options);
+namespace {
+
+void writeEncoded(const std::vector<unsigned char>& bytes, const std::string& path) {
     try {
         writeFileAtomically(path, bytes.data(), bytes.size());
     } catch (const FileError& e) {
         throw ImageIOError("cannot write image '" + path + "': " + e.reason());
     }
+}
+
+}  // namespace
+
+void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
+    if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
+    writeEncoded(module("write", path).encode(image, path, options), path);
+}
+
+void saveImage(const QuantisedImage& image, const std::string& path, const SaveOptions& options) {
+    if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image.width, image.height, path);
+    writeEncoded(module("write", path).encodeQuantised(image, path, options), path);
 }
 
 ImageSize readImageSize(const std::string& path, const std::string& origin) {

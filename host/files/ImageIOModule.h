@@ -27,6 +27,8 @@ ImageHeader readImageHeader(const std::string& path);
 struct ImageIOModule {
     Image (*load)(const std::string& path);
     std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
+    std::vector<unsigned char> (*encodeQuantised)(const QuantisedImage& image, const std::string& path,
+                                                  const SaveOptions& options);
     ImageHeader (*header)(const std::string& path);
 };
 

@@ -1,6 +1,7 @@
 #include "host/pixels/Image.h"
 
 #include "host/pixels/AreaSampler.h"
+#include "host/pixels/Quantise.h"
 #include "host/pixels/RowBands.h"
 
 #include <algorithm>
@@ -143,6 +144,36 @@ void readWorld(const PF_EffectWorld& world, double scale, int threads, Image& im
     forEachRowBand(world.height, threads, [&](int first, int end) { readRows<Pixel>(world, table, first, end, image); });
 }
 
+// PNG channel of type Out (white `white`) for every value of a world channel of type Channel:
+// the world's float reading, quantised.
+template <class Channel, class Out>
+const std::vector<Out>& quantiseTable(double scale, double white) {
+    static const std::vector<Out> table = [scale, white] {
+        const std::vector<float>& floats = channelTable<Channel>(scale);
+        std::vector<Out> t(floats.size());
+        for (std::size_t v = 0; v < t.size(); ++v) t[v] = quantiseChannel<Out>(floats[v], white);
+        return t;
+    }();
+    return table;
+}
+
+template <class Pixel, class Out>
+void quantiseWorld(const PF_EffectWorld& world, double scale, int threads, std::vector<Out>& rgba) {
+    constexpr double kWhite = sizeof(Out) == 1 ? 255.0 : 65535.0;
+    const Out* table = quantiseTable<decltype(Pixel::red), Out>(scale, kWhite).data();
+    const std::size_t width = static_cast<std::size_t>(world.width);
+    forEachRowBand(world.height, threads, [&](int first, int end) {
+        for (A_long y = first; y < end; ++y) {
+            const Pixel* row = worldRow<Pixel>(world, y);
+            Out* out = &rgba[static_cast<std::size_t>(y) * width * 4];
+            for (std::size_t x = 0; x < width; ++x, out += 4) {
+                out[0] = table[row[x].red], out[1] = table[row[x].green];
+                out[2] = table[row[x].blue], out[3] = table[row[x].alpha];
+            }
+        }
+    });
+}
+
 }  // namespace
 
 A_long downsampledExtent(A_long extent, A_long num, A_long den) {
@@ -181,6 +212,30 @@ Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threa
     dispatchPixelType(format, [&](auto tag) {
         readWorld<typename decltype(tag)::type>(world, channelScale(format), threads, image);
     });
+    return image;
+}
+
+QuantisedImage worldToQuantised(const PF_EffectWorld& world, PF_PixelFormat format, int bits, int threads) {
+    QuantisedImage image;
+    if (!world.data || (format != PF_PixelFormat_ARGB32 && format != PF_PixelFormat_ARGB64)) return image;
+    image.width = world.width;
+    image.height = world.height;
+    const std::size_t channels = static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.height) * 4;
+    auto convert = [&](auto& rgba) {
+        try {
+            rgba.resize(channels);
+        } catch (const std::bad_alloc&) {
+            throw ImageAllocationError(world.width, world.height);
+        }
+        if (format == PF_PixelFormat_ARGB32)
+            quantiseWorld<PF_Pixel>(world, channelScale(format), threads, rgba);
+        else
+            quantiseWorld<PF_Pixel16>(world, channelScale(format), threads, rgba);
+    };
+    if (bits == 16)
+        convert(image.rgba16);
+    else
+        convert(image.rgba8);
     return image;
 }
 

@@ -7,6 +7,7 @@
 #include "host/pixels/PixelWorld.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <new>
 #include <stdexcept>
 #include <string>
@@ -94,5 +95,21 @@ PF_Err imageToWorld(const Image& image, PF_PixelFormat format, const Downsample&
 // Reads a world of `format` back (8-bit / 255, 16-bit / 32768, float as is), in `threads` bands
 // of rows.
 Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threads = 1);
+
+// A frame as a PNG holds it: straight RGBA, 8 or 16 bits per channel, channels interleaved,
+// row 0 at the top. One of the two vectors holds the pixels.
+struct QuantisedImage {
+    int width = 0;
+    int height = 0;
+    std::vector<std::uint8_t> rgba8;
+    std::vector<std::uint16_t> rgba16;
+
+    int bits() const { return rgba16.empty() ? 8 : 16; }
+};
+
+// An 8- or 16-bit world straight into PNG channels of `bits` (8 or 16): the values that
+// quantising worldToImage's floats gives, one table look-up per channel, without the float
+// frame in between. Throws ImageAllocationError when the pixels do not fit in memory.
+QuantisedImage worldToQuantised(const PF_EffectWorld& world, PF_PixelFormat format, int bits, int threads = 1);
 
 }  // namespace host

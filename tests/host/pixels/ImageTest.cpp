@@ -1,7 +1,11 @@
 #include "host/pixels/GeneratedImages.h"
 #include "host/pixels/Image.h"
+#include "host/pixels/Quantise.h"
 
 #include <gtest/gtest.h>
+
+#include <string>
+#include <type_traits>
 
 namespace host {
 namespace {
@@ -116,6 +120,45 @@ TEST(WorldToImage, RoundTripsEachDepth) {
                 EXPECT_NEAR(back.at(x, y).r, image.at(x, y).r, step);
                 EXPECT_NEAR(back.at(x, y).a, image.at(x, y).a, step);
             }
+    }
+}
+
+// The direct path from an integer world to PNG channels must write the bytes the float frame
+// would, for every channel value: each channel of pixel x holds another value of the 8-bit or
+// 16-bit range.
+TEST(WorldToQuantised, MatchesQuantisingTheFloatFrameForEveryChannelValue) {
+    for (PF_PixelFormat format : {PF_PixelFormat_ARGB32, PF_PixelFormat_ARGB64}) {
+        const int range = format == PF_PixelFormat_ARGB32 ? 256 : 65536;
+        OwnedWorld world;
+        ASSERT_EQ(world.allocate(256, range / 256, format, {}), PF_Err_NONE);
+        const PF_EffectWorld& w = world.get();
+        for (int v = 0; v < range; ++v) {
+            auto set = [&](auto* row) {
+                auto& p = row[v % 256];
+                using Channel = std::remove_reference_t<decltype(p.red)>;
+                p.alpha = Channel(v), p.red = Channel(range - 1 - v), p.green = Channel(v / 3), p.blue = Channel(v ^ 0x55);
+            };
+            if (format == PF_PixelFormat_ARGB32)
+                set(worldRow<PF_Pixel>(w, v / 256));
+            else
+                set(worldRow<PF_Pixel16>(w, v / 256));
+        }
+        const Image floats = worldToImage(w, format);
+        for (int bits : {8, 16}) {
+            SCOPED_TRACE("format " + std::to_string(format) + ", " + std::to_string(bits) + "-bit PNG");
+            const QuantisedImage direct = worldToQuantised(w, format, bits, 2);
+            ASSERT_EQ(direct.bits(), bits);
+            for (std::size_t i = 0; i < floats.pixels().size(); ++i) {
+                const RGBA& p = floats.pixels()[i];
+                const float channels[4] = {p.r, p.g, p.b, p.a};
+                for (std::size_t c = 0; c < 4; ++c) {
+                    const int expected = bits == 8 ? quantiseChannel<std::uint8_t>(channels[c], 255.0)
+                                                   : quantiseChannel<std::uint16_t>(channels[c], 65535.0);
+                    const int got = bits == 8 ? direct.rgba8[i * 4 + c] : direct.rgba16[i * 4 + c];
+                    ASSERT_EQ(got, expected) << "pixel " << i << ", channel " << c;
+                }
+            }
+        }
     }
 }
 
