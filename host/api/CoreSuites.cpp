@@ -7,6 +7,7 @@
 #include "AE_EffectCBSuites.h"
 #include "AE_EffectSuites.h"
 #include "AE_GeneralPlug.h"
+#include "host/api/Sampling.h"
 #include "host/session/Host.h"
 #include "host/session/HostInternals.h"
 #include "host/comp/ParamStore.h"
@@ -99,7 +100,7 @@ PF_Err sampleSuite(PF_ProgPtr effect_ref, PF_Fixed x, PF_Fixed y, const PF_SampP
     if (PF_Err err = HOST_FAULT_POINT(names[row][Kind])) return err;
     CallContext* context = CallContext::from(effect_ref);
     if (!context) return PF_Err_BAD_CALLBACK_PARAM;
-    return context->host->sample(effect_ref, Depth, Kind, x, y, params, dst);
+    return sampleForCommand(*context, Kind, x, y, params, dst);
 }
 
 // --- PF Param Utils Suite 3 ---

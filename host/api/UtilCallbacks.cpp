@@ -12,6 +12,7 @@
 
 #include "host/comp/Composition.h"
 #include "host/checks/HandleHeap.h"
+#include "host/api/Sampling.h"
 #include "host/session/Host.h"
 #include "host/session/HostInternals.h"
 #include "host/comp/ParamStore.h"
@@ -104,27 +105,26 @@ PF_Err disposeWorldLegacy(PF_ProgPtr effect_ref, PF_EffectWorld* world) {
 }
 
 // --- Sampling through the legacy utils block (8 and 16 bits). ---
-enum SampleKind { kNearest = 0, kSubpixel = 1, kArea = 2 };
-
 PF_Err sampleVia(const char* name, PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y,
                  const PF_SampPB* params, void* dst) {
     if (PF_Err err = HOST_FAULT_POINT(name)) return err;
     CallContext* context = CallContext::from(effect_ref);
     if (!context) return PF_Err_BAD_CALLBACK_PARAM;
-    return context->host->sample(effect_ref, depth, kind, x, y, params, dst);
+    if (depth == 16) return sampleForCommand(*context, kind, x, y, params, static_cast<PF_Pixel16*>(dst));
+    return sampleForCommand(*context, kind, x, y, params, static_cast<PF_Pixel*>(dst));
 }
 
 PF_Err utilSubpixel8(PF_ProgPtr r, PF_Fixed x, PF_Fixed y, const PF_SampPB* p, PF_Pixel* d) {
-    return sampleVia("subpixel_sample", r, 8, kSubpixel, x, y, p, d);
+    return sampleVia("subpixel_sample", r, 8, kSubpixelSample, x, y, p, d);
 }
 PF_Err utilArea8(PF_ProgPtr r, PF_Fixed x, PF_Fixed y, const PF_SampPB* p, PF_Pixel* d) {
-    return sampleVia("area_sample", r, 8, kArea, x, y, p, d);
+    return sampleVia("area_sample", r, 8, kAreaSample, x, y, p, d);
 }
 PF_Err utilSubpixel16(PF_ProgPtr r, PF_Fixed x, PF_Fixed y, const PF_SampPB* p, PF_Pixel16* d) {
-    return sampleVia("subpixel_sample16", r, 16, kSubpixel, x, y, p, d);
+    return sampleVia("subpixel_sample16", r, 16, kSubpixelSample, x, y, p, d);
 }
 PF_Err utilArea16(PF_ProgPtr r, PF_Fixed x, PF_Fixed y, const PF_SampPB* p, PF_Pixel16* d) {
-    return sampleVia("area_sample16", r, 16, kArea, x, y, p, d);
+    return sampleVia("area_sample16", r, 16, kAreaSample, x, y, p, d);
 }
 PF_Err utilBeginEndSampling(PF_ProgPtr, PF_Quality, PF_ModeFlags, PF_SampPB*) { return PF_Err_NONE; }
 

@@ -6,7 +6,6 @@
 #include <iostream>
 #include <map>
 #include <sstream>
-#include <type_traits>
 
 #include "AE_EffectCBSuites.h"
 #include "host/api/AegpSuites.h"
@@ -17,7 +16,6 @@
 #include "host/session/ModuleLibrary.h"
 #include "host/comp/ParamStore.h"
 #include "host/session/Pipl.h"
-#include "host/pixels/SamplerCache.h"
 
 namespace host {
 
@@ -285,22 +283,6 @@ A_Err Host::render_thread_rule(const CallContext& command, const char* name) con
 }
 
 // --- Sampling and iteration ---
-
-PF_Err Host::sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y, const PF_SampPB* params,
-                    void* dst) {
-    CallContext* context = CallContext::from(effect_ref);
-    if (!context) return PF_Err_BAD_CALLBACK_PARAM;
-    const PF_Quality quality = context->in_data.quality;
-    auto run = [&](auto* pixel) -> PF_Err {
-        using Pixel = std::remove_pointer_t<decltype(pixel)>;
-        if (kind == 2) return sampleArea<Pixel>(context->samplers(), quality, x, y, params, pixel);
-        if (kind == 1) return sampleSubpixel<Pixel>(quality, x, y, params, pixel);
-        return sampleNearest<Pixel>(x, y, params, pixel);
-    };
-    if (depth == 32) return run(static_cast<PF_PixelFloat*>(dst));
-    if (depth == 16) return run(static_cast<PF_Pixel16*>(dst));
-    return run(static_cast<PF_Pixel*>(dst));
-}
 
 namespace {
 

@@ -246,10 +246,6 @@ public:
     void note_registration(const std::string& name, AEGP_PluginID id);
     std::string registered_name() const;
     AEGP_PluginID registered_plugin_id() const;
-    // One sample of `params->src` for the sampling callbacks: `depth` 8, 16 or 32 selects the
-    // pixel type of `dst`, `kind` 0 nearest, 1 subpixel, 2 area. Tables are the command's.
-    PF_Err sample(PF_ProgPtr effect_ref, int depth, int kind, PF_Fixed x, PF_Fixed y,
-                  const PF_SampPB* params, void* dst);
     // iterate_generic on the host's pool: HostOptions::threads threads, or the shared pool;
     // the command of the calling thread is the command of every worker; the fault injector's
     // cancel switch stops it with PF_Interrupt_CANCEL.
