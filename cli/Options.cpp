@@ -74,40 +74,59 @@ void setPngCompression(const std::string& text, Options& options) {
     }
 }
 
-ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
-    ParsedCommandLine parsed;
-    Options& o = parsed.options;
+namespace {
+
+// What CLI11 fills in before it is checked and copied into Options, with the options whose
+// presence matters.
+struct RawOptions {
     std::string frames, frame, png_compression;
     double time = 0;
     int bit_depth = 0, downsample = 0;
+    long long max_extent = 0;
+    double max_gib = 0;
+    CLI::Option* output = nullptr;
+    CLI::Option* frames_opt = nullptr;
+    CLI::Option* frame_opt = nullptr;
+    CLI::Option* time_opt = nullptr;
+    CLI::Option* depth_opt = nullptr;
+    CLI::Option* downsample_opt = nullptr;
+    CLI::Option* png_opt = nullptr;
+};
 
-    CLI::App app(kDescription, "orbivane-render");
-    app.footer(kExamples);
+// The scene, the output and what to render of it.
+void addRenderOptions(CLI::App& app, Options& o, RawOptions& raw) {
     app.add_option("scene", o.scene, "Scene file (JSON, see docs/scene-format.md); none: the demo");
-    auto* output_opt = app.add_option("-o,--output", o.output,
+    raw.output = app.add_option("-o,--output", o.output,
                    "Output file; #### is replaced by the zero-padded frame number (needed for\n"
                    "several frames). .png for 8/16 bits, .exr for 32 bits");
-    auto* frames_opt = app.add_option("--frames", frames, "Frame range FIRST-LAST (inclusive), e.g. 0-47");
-    auto* frame_opt = app.add_option("--frame", frame, "One frame number");
-    auto* time_opt = app.add_option("--time", time, "One frame at this composition time (seconds)");
-    frames_opt->excludes(frame_opt)->excludes(time_opt);
-    frame_opt->excludes(time_opt);
-    auto* depth_opt = app.add_option("-b,--bit-depth", bit_depth, "Bits per channel: 8, 16 or 32")
-                          ->check(CLI::IsMember({8, 16, 32}));
-    auto* ds_opt = app.add_option("-d,--downsample", downsample, "Proxy factor: 1 full, 2 half, ...")
-                       ->check(CLI::Range(1, 64));
+    raw.frames_opt = app.add_option("--frames", raw.frames, "Frame range FIRST-LAST (inclusive), e.g. 0-47");
+    raw.frame_opt = app.add_option("--frame", raw.frame, "One frame number");
+    raw.time_opt = app.add_option("--time", raw.time, "One frame at this composition time (seconds)");
+    raw.frames_opt->excludes(raw.frame_opt)->excludes(raw.time_opt);
+    raw.frame_opt->excludes(raw.time_opt);
+    raw.depth_opt = app.add_option("-b,--bit-depth", raw.bit_depth, "Bits per channel: 8, 16 or 32")
+                        ->check(CLI::IsMember({8, 16, 32}));
+    raw.downsample_opt = app.add_option("-d,--downsample", raw.downsample, "Proxy factor: 1 full, 2 half, ...")
+                             ->check(CLI::Range(1, 64));
     app.add_option("-j,--threads", o.threads, "Render threads (0: all cores)")->check(CLI::Range(0, 256));
     app.add_option("-s,--set", o.overrides,
                    "Parameter override \"Name=value\" (repeatable): numbers, on/off, popup text,\n"
                    "layer name or none, colours r,g,b (0-255), points x,y (pixels)");
-    long long max_extent = o.limits.max_extent;
-    double max_gib = double(o.limits.max_bytes) / kGiB;
-    app.add_option("--max-image-size", max_extent,
+}
+
+void addInputLimitOptions(CLI::App& app, const Options& o, RawOptions& raw) {
+    raw.max_extent = o.limits.max_extent;
+    raw.max_gib = double(o.limits.max_bytes) / kGiB;
+    app.add_option("--max-image-size", raw.max_extent,
                    "Largest width or height of an input image or composition, pixels (default 30000)")
         ->check(CLI::Range(1LL, 1LL << 30));
-    app.add_option("--max-image-memory", max_gib,
+    app.add_option("--max-image-memory", raw.max_gib,
                    "Memory one input image may take as float RGBA, GiB (default 4)")
         ->check(CLI::Range(1.0 / 1024, 1024.0 * 1024));
+}
+
+// The module to load and the switches for what to do with it and what to print.
+void addRunOptions(CLI::App& app, Options& o) {
     app.add_option("-m,--module", o.module, "Effect module (default: $ORBIVANE_MODULE, then next to\n"
                                              "this program, then the build's Orbivane.so)");
     app.add_flag("--flatten", o.flatten, "Composite over the composition's background colour");
@@ -119,29 +138,52 @@ ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
     app.add_flag("--host-calls", o.host_calls,
                  "After rendering, list the host functions the effect called per smart command,\n"
                  "marking those After Effects refuses on render threads");
-    auto* png_opt = app.add_option("--png-compression", png_compression,
-                                   "PNG encoding: fast (default), small (smallest files, slowest)\n"
-                                   "or a zlib level 0-9");
+}
+
+void addEncoderOptions(CLI::App& app, Options& o, RawOptions& raw) {
+    raw.png_opt = app.add_option("--png-compression", raw.png_compression,
+                                 "PNG encoding: fast (default), small (smallest files, slowest)\n"
+                                 "or a zlib level 0-9");
     app.add_option("--exr-compression", o.exr_compression, "OpenEXR compression, all lossless: rle\n"
                                                            "(default, fastest), none, zips, zip, piz")
         ->check(CLI::IsMember({"none", "rle", "zips", "zip", "piz"}));
+}
+
+// Checks what was given and copies it into `o`; the input limits take effect here, before any
+// input is read. Throws CliError for a bad value.
+void applyRawOptions(const RawOptions& raw, Options& o) {
+    if (*raw.frames_opt) o.frames = parseFrameRange(raw.frames);
+    if (*raw.frame_opt) {
+        o.frames = parseFrameRange(raw.frame);
+        if (o.frames->first != o.frames->last)
+            throw badInput("--frame takes one frame number; use --frames for a range");
+    }
+    if (*raw.time_opt) o.time = raw.time;
+    if (*raw.depth_opt) o.bit_depth = raw.bit_depth;
+    if (*raw.downsample_opt) o.downsample = raw.downsample;
+    if (*raw.png_opt) setPngCompression(raw.png_compression, o);
+    if (*raw.output && o.output.empty()) throw badInput("-o: the output file name is empty");
+    o.limits.max_extent = raw.max_extent;
+    o.limits.max_bytes = static_cast<long long>(raw.max_gib * kGiB);
+    host::setInputLimits(o.limits);
+}
+
+}  // namespace
+
+ParsedCommandLine parseCommandLine(int argc, const char* const* argv) {
+    ParsedCommandLine parsed;
+    Options& o = parsed.options;
+    RawOptions raw;
+    CLI::App app(kDescription, "orbivane-render");
+    app.footer(kExamples);
+    addRenderOptions(app, o, raw);
+    addInputLimitOptions(app, o, raw);
+    addRunOptions(app, o);
+    addEncoderOptions(app, o, raw);
 
     try {
         app.parse(argc, argv);
-        if (*frames_opt) o.frames = parseFrameRange(frames);
-        if (*frame_opt) {
-            o.frames = parseFrameRange(frame);
-            if (o.frames->first != o.frames->last)
-                throw badInput("--frame takes one frame number; use --frames for a range");
-        }
-        if (*time_opt) o.time = time;
-        if (*depth_opt) o.bit_depth = bit_depth;
-        if (*ds_opt) o.downsample = downsample;
-        if (*png_opt) setPngCompression(png_compression, o);
-        if (*output_opt && o.output.empty()) throw badInput("-o: the output file name is empty");
-        o.limits.max_extent = max_extent;
-        o.limits.max_bytes = static_cast<long long>(max_gib * kGiB);
-        host::setInputLimits(o.limits);
+        applyRawOptions(raw, o);
     } catch (const CLI::CallForHelp&) {
         std::cout << app.help();
         parsed.finished = true;

@@ -8,3 +8,15 @@ target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/SceneJson.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParamStore.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ParamText.cpp)
+
+# The scene reader, one file per section of the scene format, over shared field readers.
+target_sources(orbivane_host PRIVATE
+  ${CMAKE_CURRENT_LIST_DIR}/scene/SceneFields.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/CompositionReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/LayersReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/SourceReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/TransformReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/CameraReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/LightReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/EffectReader.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/scene/RenderReader.cpp)

@@ -254,6 +254,9 @@ public:
 private:
     friend class RenderScope;
     PF_Err call(CallContext& context, PF_ParamDef** params, PF_LayerDef* output, void* extra);
+    // SMART_RENDER into a new output world the size of the pre-render's result; fills `result`.
+    void smart_render(CallContext& context, const PF_RenderRequest& request, const PF_PreRenderOutput& pre_render,
+                      short bitdepth, RenderResult& result);
     PF_Err run_ui_command(PF_Cmd cmd, void* extra);
     void global_setup();
     void params_setup();

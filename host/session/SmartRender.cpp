@@ -115,20 +115,29 @@ PF_Err checkoutOutput(PF_ProgPtr effect_ref, PF_EffectWorld** output) {
     return PF_Err_NONE;
 }
 
-}  // namespace
-
-RenderResult Host::render(const RenderRequest& request) {
-    if (!loaded()) throw HostError("no module loaded");
+// What this host cannot render, refused before any command is sent.
+void refuseUnrenderable(const Host& host, const RenderRequest& request) {
+    if (!host.loaded()) throw HostError("no module loaded");
     if (request.bitdepth != 8 && request.bitdepth != 16 && request.bitdepth != 32)
         throw HostError("bit depth must be 8, 16 or 32");
     if (request.downsample < 1) throw HostError("downsample must be 1 or more");
-    if (!(out_flags2_ & PF_OutFlag2_SUPPORTS_SMART_RENDER)) throw HostError(effect_name_ + " is not a smart effect");
-    if (request.bitdepth == 16 && !(out_flags_ & PF_OutFlag_DEEP_COLOR_AWARE))
-        throw HostError(effect_name_ + " does not render 16 bits per channel");
-    if (request.bitdepth == 32 && !(out_flags2_ & PF_OutFlag2_FLOAT_COLOR_AWARE))
-        throw HostError(effect_name_ + " does not render 32-bit float");
-    if (!effect_layer()) throw HostError("the effect is not applied to a layer of a composition");
+    if (!(host.out_flags2() & PF_OutFlag2_SUPPORTS_SMART_RENDER))
+        throw HostError(host.effect_name() + " is not a smart effect");
+    if (request.bitdepth == 16 && !(host.out_flags() & PF_OutFlag_DEEP_COLOR_AWARE))
+        throw HostError(host.effect_name() + " does not render 16 bits per channel");
+    if (request.bitdepth == 32 && !(host.out_flags2() & PF_OutFlag2_FLOAT_COLOR_AWARE))
+        throw HostError(host.effect_name() + " does not render 32-bit float");
+    if (!host.effect_layer()) throw HostError("the effect is not applied to a layer of a composition");
+}
 
+PF_PixelFormat pixelFormat(short bitdepth) {
+    return bitdepth == 32 ? PF_PixelFormat_ARGB128 : bitdepth == 16 ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32;
+}
+
+}  // namespace
+
+RenderResult Host::render(const RenderRequest& request) {
+    refuseUnrenderable(*this, request);
     RenderResult result;
     CallContext context;
     prepare_context(context, PF_Cmd_SMART_PRE_RENDER, layer_seconds(request.seconds), request.bitdepth,
@@ -152,30 +161,8 @@ RenderResult Host::render(const RenderRequest& request) {
     result.err = call(context, nullptr, nullptr, &pre_extra);
     result.result_rect = output.result_rect;
     result.max_result_rect = output.max_result_rect;
-    if (result.err == PF_Err_NONE && !isEmpty(output.result_rect)) {
-        context.cmd = PF_Cmd_SMART_RENDER;
-        context.output = new_world(output.result_rect.right - output.result_rect.left,
-                                   output.result_rect.bottom - output.result_rect.top,
-                                   request.bitdepth == 32 ? PF_PixelFormat_ARGB128
-                                   : request.bitdepth == 16 ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32,
-                                   false, true);
-        if (!context.output) {
-            result.err = PF_Err_OUT_OF_MEMORY;
-        } else {
-            context.output->get().origin_x = output.result_rect.left;
-            context.output->get().origin_y = output.result_rect.top;
-            PF_SmartRenderInput render_input{};
-            render_input.output_request = input.output_request;
-            render_input.bitdepth = request.bitdepth;
-            render_input.pre_render_data = output.pre_render_data;
-            render_input.what_gpu = PF_GPU_Framework_NONE;
-            PF_SmartRenderCallbacks render_callbacks{checkoutLayerPixels, checkinLayerPixels, checkoutOutput};
-            PF_SmartRenderExtra render_extra{&render_input, &render_callbacks};
-            result.err = call(context, nullptr, nullptr, &render_extra);
-            result.rendered = result.err == PF_Err_NONE;
-            result.output = context.output;
-        }
-    }
+    if (result.err == PF_Err_NONE && !isEmpty(output.result_rect))
+        smart_render(context, input.output_request, output, request.bitdepth, result);
     // The host owns the pre-render data and frees it even when no render followed.
     if (output.pre_render_data && output.delete_pre_render_data_func)
         output.delete_pre_render_data_func(output.pre_render_data);
@@ -187,6 +174,29 @@ RenderResult Host::render(const RenderRequest& request) {
         last_render_calls_ = result.calls;
     }
     return result;
+}
+
+void Host::smart_render(CallContext& context, const PF_RenderRequest& request, const PF_PreRenderOutput& pre_render,
+                        short bitdepth, RenderResult& result) {
+    const PF_LRect& rect = pre_render.result_rect;
+    context.cmd = PF_Cmd_SMART_RENDER;
+    context.output = new_world(rect.right - rect.left, rect.bottom - rect.top, pixelFormat(bitdepth), false, true);
+    if (!context.output) {
+        result.err = PF_Err_OUT_OF_MEMORY;
+        return;
+    }
+    context.output->get().origin_x = rect.left;
+    context.output->get().origin_y = rect.top;
+    PF_SmartRenderInput render_input{};
+    render_input.output_request = request;
+    render_input.bitdepth = bitdepth;
+    render_input.pre_render_data = pre_render.pre_render_data;
+    render_input.what_gpu = PF_GPU_Framework_NONE;
+    PF_SmartRenderCallbacks render_callbacks{checkoutLayerPixels, checkinLayerPixels, checkoutOutput};
+    PF_SmartRenderExtra render_extra{&render_input, &render_callbacks};
+    result.err = call(context, nullptr, nullptr, &render_extra);
+    result.rendered = result.err == PF_Err_NONE;
+    result.output = context.output;
 }
 
 }  // namespace host
