@@ -1,5 +1,7 @@
 #include "host/comp/ParamStore.h"
 
+#include "host/session/HostError.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdio>

@@ -8,7 +8,7 @@
 
 #include "AE_Effect.h"
 #include "host/comp/Animated.h"
-#include "host/session/Host.h"
+#include "host/comp/ParamValue.h"
 
 namespace host {
 

@@ -3,7 +3,7 @@
 // without it.
 #include "host/files/FileCommit.h"
 #include "host/files/ImageDump.h"
-#include "host/session/Host.h"
+#include "host/session/HostError.h"
 #include "host/files/ImageIOModule.h"
 #include "host/files/InputFiles.h"
 #include "host/session/ModuleLibrary.h"

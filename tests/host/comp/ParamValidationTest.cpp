@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "host/comp/ParamStore.h"
+#include "host/session/HostError.h"
 
 namespace {
 
