@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/comp/Composition.h"
-#include "reliability/OutputPixels.h"
+#include "support/RawPixels.h"
 #include "shell/ParamIds.h"
 
 namespace fuzz {
@@ -219,7 +219,7 @@ std::string runHostileCase(std::uint64_t seed) {
         const host::RenderResult result = session.render(hostile.request);
         if (result.err != PF_Err_NONE) problems << "render failed with " << host::errorName(result.err) << "; ";
         if (!hostile.wild && hostile.request.bitdepth == 32) {
-            const std::size_t bad = reliability::nonFiniteChannels(reliability::outputChannels(result));
+            const std::size_t bad = test_support::nonFiniteChannels(test_support::rawChannels(result));
             if (bad) problems << bad << " NaN or infinite output channels from finite input; ";
         }
         const std::string leaks = session.unload();
