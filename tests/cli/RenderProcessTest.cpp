@@ -73,33 +73,6 @@ TEST(SceneProcess, HostCallsAreListedPerSmartCommandOverAllFrames) {
     EXPECT_TRUE(contains(run.out, "no call that After Effects refuses on render threads\n")) << run.out;
 }
 
-TEST(SceneProcess, ScenesOwnRangeAndDefaultNameAreUsed) {
-    TempFolder dir;
-    dir.write("orbit.json", smallScene("", R"({"frames": [8, 9]})"));
-    CliRun run = runCli(dir, {"orbit.json", "--progress"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_EQ(dir.files(), (std::set<std::string>{"orbit.json", "orbit.0008.png", "orbit.0009.png"}));
-    EXPECT_TRUE(contains(run.err, "[0/2]")) << run.err;  // forced progress line
-    EXPECT_TRUE(contains(run.err, "frame 9")) << run.err;
-}
-
-TEST(SceneProcess, SingleFrameDepthAndDownsample) {
-    TempFolder dir;
-    dir.write("small.json", smallScene());
-    CliRun run = runCli(dir, {"small.json", "--frame", "3", "-b", "32", "-d", "2", "-j", "2", "-o", "f.##.exr"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_EQ(dir.files(), (std::set<std::string>{"small.json", "f.03.exr"}));
-    host::Image half = host::loadImage((dir / "f.03.exr").string());
-    EXPECT_EQ(half.width(), 32);
-    EXPECT_EQ(half.height(), 24);
-
-    run = runCli(dir, {"small.json", "-b", "16", "-o", "deep.png"});
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    host::Image full = host::loadImage((dir / "deep.png").string());
-    EXPECT_EQ(full.width(), 64);
-    EXPECT_EQ(full.height(), 48);
-}
-
 TEST(SceneProcess, OverridesChangeThePictureAndTheListedValues) {
     TempFolder dir;
     dir.write("small.json", smallScene(R"(, "Open Parameter": 0)"));
@@ -137,28 +110,46 @@ TEST(Introspection, ListsParametersWithTheirState) {
     EXPECT_TRUE(dir.files().empty());
 }
 
-TEST(Introspection, AboutVersionAndHelp) {
-    TempFolder dir;
-    const std::pair<const char*, std::vector<std::string>> rows[] = {
-        {"--about", {"Orbivane, v1.1.6"}},
-        {"--version", {"orbivane-render 1.1.6", "effect Orbivane 1.1.6 (release, build 1)"}},
-        {"--help", {"Examples:", "--frames"}}};
-    for (const auto& [option, parts] : rows) {
-        CliRun run = runCli(dir, {option});
-        ASSERT_EQ(run.exit_code, 0) << option << "\n" << run.err;
-        for (const std::string& part : parts) EXPECT_TRUE(contains(run.out, part)) << option << "\n" << run.out;
+// Runs in a folder holding small.json and orbit.json (the small scene asking for frames 8-9):
+// the status, the files added (with the size of the first, when given) and parts of the output.
+TEST(Runs, OptionsSettingsAndModuleChoice) {
+    struct Run {
+        std::vector<std::string> args;
+        std::string env;
+        int exit_code;
+        std::set<std::string> files_added;
+        std::vector<std::string> out, err;
+        int width = 0, height = 0;
+    };
+    const std::string module = ORBIVANE_MODULE_PATH;
+    const Run runs[] = {
+        {{"orbit.json", "--progress"}, "", 0, {"orbit.0008.png", "orbit.0009.png"}, {}, {"[0/2]", "frame 9"}},
+        {{"small.json", "--frame", "3", "-b", "32", "-d", "2", "-j", "2", "-o", "f.##.exr"}, "", 0, {"f.03.exr"},
+         {}, {}, 32, 24},
+        {{"small.json", "-b", "16", "-o", "deep.png"}, "", 0, {"deep.png"}, {}, {}, 64, 48},
+        {{"--about"}, "", 0, {}, {"Orbivane, v1.1.6"}, {}},
+        {{"--version"}, "", 0, {}, {"orbivane-render 1.1.6", "effect Orbivane 1.1.6 (release, build 1)"}, {}},
+        {{"--help"}, "", 0, {}, {"Examples:", "--frames"}, {}},
+        {{"--version"}, "ORBIVANE_MODULE=" + module, 0, {}, {module}, {}},
+        {{"--version"}, "ORBIVANE_MODULE=/nowhere/Orbivane.so", 3, {}, {}, {"/nowhere/Orbivane.so"}},
+    };
+    for (const Run& r : runs) {
+        TempFolder dir;
+        dir.write("small.json", smallScene());
+        dir.write("orbit.json", smallScene("", R"({"frames": [8, 9]})"));
+        const CliRun run = runCli(dir, r.args, r.env);
+        const std::string what = r.env + " " + r.args[0] + " ...\n" + run.out + run.err;
+        EXPECT_EQ(run.exit_code, r.exit_code) << what;
+        std::set<std::string> added = dir.files();
+        for (const char* scene : {"small.json", "orbit.json"}) added.erase(scene);
+        EXPECT_EQ(added, r.files_added) << what;
+        for (const std::string& part : r.out) EXPECT_TRUE(contains(run.out, part)) << part << " in " << what;
+        for (const std::string& part : r.err) EXPECT_TRUE(contains(run.err, part)) << part << " in " << what;
+        if (r.width == 0 || added.empty()) continue;
+        const host::Image picture = host::loadImage((dir / *added.begin()).string());
+        EXPECT_EQ(picture.width(), r.width) << what;
+        EXPECT_EQ(picture.height(), r.height) << what;
     }
-    EXPECT_TRUE(dir.files().empty());
-}
-
-TEST(ModuleChoice, EnvironmentAndOptionPickTheModule) {
-    TempFolder dir;
-    CliRun run = runCli(dir, {"--version"}, std::string("ORBIVANE_MODULE=") + ORBIVANE_MODULE_PATH);
-    ASSERT_EQ(run.exit_code, 0) << run.err;
-    EXPECT_TRUE(contains(run.out, ORBIVANE_MODULE_PATH)) << run.out;
-    run = runCli(dir, {"--version"}, "ORBIVANE_MODULE=/nowhere/Orbivane.so");
-    EXPECT_EQ(run.exit_code, 3);
-    EXPECT_TRUE(contains(run.err, "/nowhere/Orbivane.so")) << run.err;
 }
 
 }  // namespace

@@ -49,6 +49,13 @@ const FaultPoint& pointAt(const FaultPlan& plan, std::uint64_t call) {
     return none;
 }
 
+// A lifetime that ended with the module refusing to load with `error`.
+void refusedLoad(LifetimeResult& r, const std::string& error) {
+    r.loaded = false;
+    r.steps.resize(1);
+    r.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with " + error;
+}
+
 // Each row edits a clean run of the counted lifetime and faults one call of it.
 TEST(FaultCheckTest, AcceptsOnlyRunsThatHandleTheFaultAsAllowed) {
     struct Row {
@@ -64,10 +71,7 @@ TEST(FaultCheckTest, AcceptsOnlyRunsThatHandleTheFaultAsAllowed) {
         {"an error where the failure must be swallowed", 9, 1,
          [](LifetimeResult& r, PF_Err e) { r.steps[2].err = e; }, false},
         {"a later step that no longer works", 23, 1,
-         [](LifetimeResult& r, PF_Err e) {
-             r.steps[4].err = e;
-             r.steps[5].err = PF_Err_BAD_CALLBACK_PARAM;
-         },
+         [](LifetimeResult& r, PF_Err e) { r.steps[4].err = e, r.steps[5].err = PF_Err_BAD_CALLBACK_PARAM; },
          false},
         {"an exception through the entry point", 9, 1,
          [](LifetimeResult& r, PF_Err) {
@@ -81,19 +85,9 @@ TEST(FaultCheckTest, AcceptsOnlyRunsThatHandleTheFaultAsAllowed) {
         {"more than the object of a failed release", 24, 1,
          [](LifetimeResult& r, PF_Err) { r.leaks = "leaked 2 x suite (PF World Suite v2)\n"; }, false},
         {"a refused load naming the injected error", 4, 1,
-         [](LifetimeResult& r, PF_Err) {
-             r.loaded = false;
-             r.steps.resize(1);
-             r.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_INTERNAL_STRUCT_DAMAGED";
-         },
-         true},
+         [](LifetimeResult& r, PF_Err) { refusedLoad(r, "PF_Err_INTERNAL_STRUCT_DAMAGED"); }, true},
         {"a refused load naming another error", 4, 1,
-         [](LifetimeResult& r, PF_Err) {
-             r.loaded = false;
-             r.steps.resize(1);
-             r.steps[0].host_error = "Orbivane: PARAMS_SETUP failed with PF_Err_OUT_OF_MEMORY";
-         },
-         false},
+         [](LifetimeResult& r, PF_Err) { refusedLoad(r, "PF_Err_OUT_OF_MEMORY"); }, false},
     };
     const FaultPlan plan = planFaults(countedLifetime(), countedNames());
     for (const Row& row : rows) {
