@@ -11,10 +11,13 @@ namespace {
 
 using namespace test_support;
 
-// The line of `text` from the first occurrence of `part` to its end; empty when absent.
-std::string lineOf(const std::string& text, const std::string& part) {
-    const std::size_t at = text.find(part);
-    return at == std::string::npos ? std::string() : text.substr(at, text.find('\n', at) - at);
+// Each row: `text` has a line holding `start`, and from there to its end `part` too.
+void expectLines(const std::string& text, const std::vector<std::pair<std::string, std::string>>& rows) {
+    for (const auto& [start, part] : rows) {
+        const std::size_t at = text.find(start);
+        const std::string rest = at == std::string::npos ? "" : text.substr(at, text.find('\n', at) - at);
+        EXPECT_TRUE(at != std::string::npos && contains(rest, part)) << start << ": " << part << "\n" << text;
+    }
 }
 
 bool samePicture(const TempFolder& dir, const std::string& a, const std::string& b) {
@@ -64,13 +67,12 @@ TEST(SceneProcess, HostCallsAreListedPerSmartCommandOverAllFrames) {
     dir.write("small.json", smallScene(R"(, "Control Layer": "Checker")"));
     CliRun run = runCli(dir, {"small.json", "--frames", "0-1", "-o", "f.####.png", "--quiet", "--host-calls"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
-    auto line_of = [&](const std::string& name) { return lineOf(run.out, "  " + name + " "); };
-    EXPECT_TRUE(contains(run.out, "host calls over 2 frames")) << run.out;
-    EXPECT_TRUE(contains(line_of("checkout_layer"), " 2             0")) << run.out;
-    EXPECT_TRUE(contains(line_of("checkout_output"), " 0             2")) << run.out;
-    EXPECT_TRUE(contains(line_of("iterate_generic"), " 0             2")) << run.out;
-    EXPECT_TRUE(contains(line_of("AEGP_GetLayerToWorldXform"), " 0             2")) << run.out;
-    EXPECT_TRUE(contains(run.out, "no call that After Effects refuses on render threads\n")) << run.out;
+    expectLines(run.out, {{"host calls over 2 frames", ""},
+                          {"  checkout_layer ", " 2             0"},
+                          {"  checkout_output ", " 0             2"},
+                          {"  iterate_generic ", " 0             2"},
+                          {"  AEGP_GetLayerToWorldXform ", " 0             2"},
+                          {"no call that After Effects refuses on render threads\n", ""}});
 }
 
 TEST(SceneProcess, OverridesChangeThePictureAndTheListedValues) {
@@ -95,17 +97,13 @@ TEST(Introspection, ListsParametersWithTheirState) {
     TempFolder dir;
     CliRun run = runCli(dir, {"--list-params"});
     ASSERT_EQ(run.exit_code, 0) << run.err;
-    auto line_of = [&](const std::string& name) { return lineOf(run.out, name); };
-    EXPECT_TRUE(contains(line_of("Open Parameter"), "0 .. 2")) << run.out;
-    EXPECT_TRUE(contains(line_of("Falloff Radius"), "disabled")) << run.out;  // Falloff is None
-    EXPECT_TRUE(contains(line_of("dammy"), "hidden")) << run.out;
-    EXPECT_TRUE(contains(line_of("Render Side"), "Full|Inside|Outside")) << run.out;
-    EXPECT_TRUE(contains(line_of("Extensions"), "integer slider")) << run.out;
-    EXPECT_TRUE(contains(line_of("Radius Scale"), "0 .. 255")) << "slider range: " << run.out;
-    EXPECT_TRUE(contains(line_of("Control Layer"), "supervise")) << run.out;
-    // Every parameter is listed, the input layer and the ends of the topics included.
-    EXPECT_TRUE(contains(run.out, "(input layer)")) << run.out;
-    EXPECT_TRUE(contains(line_of("(end of \"Open Cylinder\")"), "13")) << "shares its start's id";
+    // Every parameter is listed, the input layer and the ends of the topics (sharing their
+    // start's id) included; Falloff is None, so its radius is disabled.
+    expectLines(run.out, {{"Open Parameter", "0 .. 2"},       {"Falloff Radius", "disabled"},
+                          {"dammy", "hidden"},                {"Render Side", "Full|Inside|Outside"},
+                          {"Extensions", "integer slider"},   {"Radius Scale", "0 .. 255"},
+                          {"Control Layer", "supervise"},     {"(input layer)", ""},
+                          {"(end of \"Open Cylinder\")", "13"}});
     EXPECT_EQ(std::count(run.out.begin(), run.out.end(), '\n'), 1 + 57) << run.out;
     EXPECT_TRUE(dir.files().empty());
 }
