@@ -5,9 +5,8 @@
 #include "cli/Options.h"
 #include "cli/ParamOverride.h"
 #include "host/comp/ParamText.h"
+#include "support/TempFolder.h"
 
-#include <filesystem>
-#include <fstream>
 #include <tuple>
 #include <vector>
 
@@ -37,23 +36,13 @@ TEST(CommandLine, ReadsEveryOption) {
                                       "--exr-compression", "piz"});
     ASSERT_FALSE(p.finished);
     const cli::Options& o = p.options;
-    EXPECT_EQ(o.scene, "scene.json");
-    EXPECT_EQ(o.output, "out.####.png");
-    ASSERT_TRUE(o.frames);
-    EXPECT_EQ(o.frames->first, 3);
-    EXPECT_EQ(o.frames->last, 9);
-    EXPECT_EQ(o.bit_depth, 16);
-    EXPECT_EQ(o.downsample, 2);
-    EXPECT_EQ(o.threads, 3);
-    ASSERT_EQ(o.overrides.size(), 2u);
-    EXPECT_EQ(o.overrides[1], "Render Side=Inside");
-    EXPECT_EQ(o.module, "/m.so");
-    EXPECT_TRUE(o.quiet);
-    EXPECT_TRUE(o.flatten);
+    ASSERT_TRUE(o.frames && o.bit_depth && o.downsample);
+    EXPECT_EQ(std::tie(o.scene, o.output, o.frames->first, o.frames->last, *o.bit_depth, *o.downsample, o.threads),
+              std::make_tuple("scene.json", "out.####.png", 3, 9, 16, 2, 3));
+    EXPECT_EQ(o.overrides, (std::vector<std::string>{"Open Parameter=0.5", "Render Side=Inside"}));
+    EXPECT_EQ(std::tie(o.module, o.quiet, o.flatten, o.png_level, o.png_up_filter, o.exr_compression),
+              std::make_tuple("/m.so", true, true, 9, false, "piz"));
     EXPECT_FALSE(o.time);
-    EXPECT_EQ(o.png_level, 9);
-    EXPECT_FALSE(o.png_up_filter);
-    EXPECT_EQ(o.exr_compression, "piz");
 }
 
 TEST(CommandLine, UsageMistakesFinishWithTheBadInputStatus) {
@@ -126,21 +115,15 @@ TEST(OverrideArguments, SplitAtTheFirstEqualsAndReplaceTheScenesValue) {
     EXPECT_DOUBLE_EQ(params[1].value.number, 1.5);
 }
 
-class ModuleFiles : public ::testing::Test {
-protected:
-    void SetUp() override {
-        root = std::filesystem::temp_directory_path() / ("orbivane-locate-" + std::to_string(::getpid()));
-        std::filesystem::create_directories(root / "bin");
-    }
-    void TearDown() override { std::filesystem::remove_all(root); }
-    std::string touch(const std::string& name) {
-        std::ofstream(root / name) << "x";
+// An explicit --module is used as given or refused, never replaced; the environment comes
+// next; then the program's folder, its parent, the installed layout and the build.
+TEST(ModuleSearch, ExplicitChoicesFirstThenTheProgramsFolderItsParentTheInstalledLayoutAndTheBuild) {
+    test_support::TempFolder root;
+    auto touch = [&](const std::string& name) {
+        root.write(name, "x");
         return (root / name).string();
-    }
-    std::filesystem::path root;
-};
-
-TEST_F(ModuleFiles, ExplicitChoicesAreUsedAsGivenOrRefused) {
+    };
+    std::filesystem::create_directories(root / "bin");
     cli::ModuleSearch s;
     s.program_dir = (root / "bin").string();
     s.built_path = touch("built.so");
@@ -155,22 +138,13 @@ TEST_F(ModuleFiles, ExplicitChoicesAreUsedAsGivenOrRefused) {
     }
     s.explicit_path.clear();
     EXPECT_EQ(cli::locateModule(s), (root / "env.so").string());
-}
-
-TEST_F(ModuleFiles, SearchPrefersTheProgramsFolderThenItsParentThenTheInstalledLayoutThenTheBuild) {
-    cli::ModuleSearch s;
-    s.program_dir = (root / "bin").string();
-    s.built_path = touch("built.so");
+    s.environment.clear();
     EXPECT_EQ(cli::locateModule(s), (root / "built.so").string());
-    std::filesystem::create_directories(root / "lib/orbivane");
-    touch("lib/orbivane/Orbivane.so");
-    EXPECT_EQ(cli::locateModule(s), (root / "lib/orbivane/Orbivane.so").string());
-    touch("Orbivane.so");
-    EXPECT_EQ(cli::locateModule(s), (root / "Orbivane.so").string());
-    touch("bin/Orbivane.so");
-    EXPECT_EQ(cli::locateModule(s), (root / "bin/Orbivane.so").string());
-    std::filesystem::remove_all(root);
-    std::filesystem::create_directories(root);
+    for (const char* found : {"lib/orbivane/Orbivane.so", "Orbivane.so", "bin/Orbivane.so"}) {
+        const std::string path = touch(found);
+        EXPECT_EQ(cli::locateModule(s), path);
+    }
+    for (const std::string& name : root.files()) std::filesystem::remove(root / name);
     EXPECT_THROW(cli::locateModule(s), cli::CliError);
 }
 

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include <climits>
+#include <sstream>
 
 #include "cli/CliError.h"
 #include "cli/JobPlan.h"
@@ -38,130 +38,81 @@ TEST(FramePattern, ExpandsTheLastRunOfHashesAndNamesByDepth) {
     EXPECT_FALSE(cli::hasFramePattern("a.png"));
 }
 
-TEST(JobPlanning, SceneTimeGivesOneFrameNumberedByItsTime) {
-    JobPlan plan = cli::planJobs(tenFpsTwoSeconds(), Options{}, "orbit");
-    ASSERT_EQ(plan.jobs.size(), 1u);
-    EXPECT_EQ(plan.jobs[0].frame, 5);  // 0.5 s × 10 fps
-    EXPECT_DOUBLE_EQ(plan.jobs[0].seconds, 0.5);
-    EXPECT_EQ(plan.jobs[0].path, "orbit.png");
+// The scene's own frames 18-19 at 16 bits, half size.
+void ownRange(SceneTiming& t) {
+    t.has_frames = true, t.first_frame = 18, t.last_frame = 19, t.bit_depth = 16, t.downsample = 2;
 }
+void endless(SceneTiming& t) { t.frame_rate = 1e7, t.duration = 1e9; }
 
-TEST(JobPlanning, RangeFromTheCommandLineReplacesTheScenesChoice) {
-    Options o;
-    o.frames = cli::FrameRange{3, 5};
-    o.output = "r/f.####.png";
-    JobPlan plan = cli::planJobs(tenFpsTwoSeconds(), o, "orbit");
-    ASSERT_EQ(plan.jobs.size(), 3u);
-    EXPECT_EQ(plan.jobs[0].path, "r/f.0003.png");
-    EXPECT_EQ(plan.jobs[2].path, "r/f.0005.png");
-    EXPECT_DOUBLE_EQ(plan.jobs[1].seconds, 0.4);
-}
-
-TEST(JobPlanning, ScenesOwnRangeAndSettingsApplyUnlessOverridden) {
-    SceneTiming t = tenFpsTwoSeconds();
-    t.has_frames = true;
-    t.first_frame = 18;
-    t.last_frame = 19;
-    t.bit_depth = 16;
-    t.downsample = 2;
-    JobPlan plan = cli::planJobs(t, Options{}, "orbit");
-    ASSERT_EQ(plan.jobs.size(), 2u);
-    EXPECT_EQ(plan.jobs[1].path, "orbit.0019.png");
-    EXPECT_EQ(plan.bit_depth, 16);
-    EXPECT_EQ(plan.downsample, 2);
-
-    Options o;
-    o.bit_depth = 32;
-    o.downsample = 1;
-    plan = cli::planJobs(t, o, "orbit");
-    EXPECT_EQ(plan.jobs[0].path, "orbit.0018.exr");
-    EXPECT_EQ(plan.downsample, 1);
-}
-
-TEST(JobPlanning, TimeOptionRendersOneFrameAtThatTime) {
-    Options o;
-    o.time = 1.25;
-    JobPlan plan = cli::planJobs(tenFpsTwoSeconds(), o, "orbit");
-    ASSERT_EQ(plan.jobs.size(), 1u);
-    EXPECT_DOUBLE_EQ(plan.jobs[0].seconds, 1.25);
-    EXPECT_EQ(plan.jobs[0].frame, 13);  // 12.5 rounds away from zero
-}
-
-TEST(JobPlanning, RefusesFramesOutsideTheComposition) {
-    Options o;
-    o.frames = cli::FrameRange{19, 20};  // 20 starts at 2.0 s, the end
-    o.output = "f.####.png";
+// The plan as "frame@seconds:path ... depth/downsample", or "refused: message".
+std::string planned(const SceneTiming& timing, const Options& options) {
+    std::ostringstream out;
     try {
-        cli::planJobs(tenFpsTwoSeconds(), o, "orbit");
-        FAIL() << "frame 20 accepted";
+        const JobPlan plan = cli::planJobs(timing, options, "orbit");
+        for (const cli::FrameJob& job : plan.jobs) out << job.frame << "@" << job.seconds << ":" << job.path << " ";
+        out << plan.bit_depth << "/" << plan.downsample;
     } catch (const CliError& e) {
-        EXPECT_EQ(e.code(), cli::kExitBadInput);
-        EXPECT_NE(std::string(e.what()).find("frames 0-19"), std::string::npos) << e.what();
+        out << (e.code() == cli::kExitBadInput ? "refused: " : "wrong status: ") << e.what();
     }
-    Options late;
-    late.time = 2.0;
-    EXPECT_THROW(cli::planJobs(tenFpsTwoSeconds(), late, "orbit"), CliError);
-    late.time = -0.1;
-    EXPECT_THROW(cli::planJobs(tenFpsTwoSeconds(), late, "orbit"), CliError);
+    return out.str();
 }
 
-TEST(JobPlanning, FractionalDurationKeepsItsPartialLastFrame) {
-    SceneTiming t = tenFpsTwoSeconds();
-    t.duration = 1.05;  // frames 0-10: frame 10 starts at 1.0 s, inside
-    Options o;
-    o.frames = cli::FrameRange{10, 10};
-    EXPECT_EQ(cli::planJobs(t, o, "x").jobs.size(), 1u);
-    o.frames = cli::FrameRange{11, 11};
-    EXPECT_THROW(cli::planJobs(t, o, "x"), CliError);
-}
-
-// Frame counts and numbers beyond an int saturate rather than overflow the conversion (the
-// sanitizer build checks float-to-int conversions).
-TEST(JobPlanning, FrameArithmeticBeyondAnIntSaturates) {
-    SceneTiming endless = tenFpsTwoSeconds();
-    endless.frame_rate = 1e7;
-    endless.duration = 1e9;
-    Options one;
-    one.frames = cli::FrameRange{5, 5};
-    EXPECT_EQ(cli::planJobs(endless, one, "x").jobs.at(0).frame, 5);
-    Options late;
-    late.time = 5e8;
-    EXPECT_EQ(cli::planJobs(endless, late, "x").jobs.at(0).frame, INT_MAX);
-}
-
-TEST(JobPlanning, SeveralFramesNeedAPattern) {
-    Options o;
-    o.frames = cli::FrameRange{0, 1};
-    o.output = "still.png";
-    try {
-        cli::planJobs(tenFpsTwoSeconds(), o, "orbit");
-        FAIL();
-    } catch (const CliError& e) {
-        EXPECT_NE(std::string(e.what()).find("####"), std::string::npos) << e.what();
-    }
-    o.frames = cli::FrameRange{1, 1};  // one frame of a range: a plain name is fine
-    EXPECT_EQ(cli::planJobs(tenFpsTwoSeconds(), o, "orbit").jobs[0].path, "still.png");
-}
-
-TEST(JobPlanning, ExtensionMustMatchTheBitDepth) {
+TEST(JobPlanning, FramesTimesNamesAndSettings) {
     struct Row {
-        const char* output;
-        int bit_depth;
-        bool accepted;
+        const char* what;
+        void (*edit)(SceneTiming&, Options&);
+        const char* expected;  // the plan, or the start of a refusal and a part of its message
     };
-    for (const Row& row : {Row{"a.exr", 8, false}, Row{"a.exr", 32, true}, Row{"a.png", 32, false},
-                           Row{"a.PNG", 16, true},
-                           Row{"dir.v2/frame", 16, false}}) {  // no extension: the dot belongs to the folder
-        Options o;
-        o.output = row.output;
-        o.bit_depth = row.bit_depth;
-        bool accepted = true;
-        try {
-            cli::planJobs(tenFpsTwoSeconds(), o, "x");
-        } catch (const CliError&) {
-            accepted = false;
-        }
-        EXPECT_EQ(accepted, row.accepted) << row.output << " at " << row.bit_depth << " bits";
+    const Row rows[] = {
+        {"the scene's time numbers its frame", [](SceneTiming&, Options&) {}, "5@0.5:orbit.png 8/1"},
+        {"a range from the command line replaces the scene's choice",
+         [](SceneTiming&, Options& o) { o.frames = cli::FrameRange{3, 5}, o.output = "r/f.####.png"; },
+         "3@0.3:r/f.0003.png 4@0.4:r/f.0004.png 5@0.5:r/f.0005.png 8/1"},
+        {"the scene's own range and settings",
+         [](SceneTiming& t, Options&) { ownRange(t); },
+         "18@1.8:orbit.0018.png 19@1.9:orbit.0019.png 16/2"},
+        {"the scene's range with depth and downsample overridden",
+         [](SceneTiming& t, Options& o) { ownRange(t), o.bit_depth = 32, o.downsample = 1; },
+         "18@1.8:orbit.0018.exr 19@1.9:orbit.0019.exr 32/1"},
+        {"--time, 12.5 rounding away from zero", [](SceneTiming&, Options& o) { o.time = 1.25; },
+         "13@1.25:orbit.png 8/1"},
+        {"frame 20 starts at the end",
+         [](SceneTiming&, Options& o) { o.frames = cli::FrameRange{19, 20}, o.output = "f.####.png"; },
+         "refused: frame 20 is past the end of the composition (frames 0-19)"},
+        {"time at the end", [](SceneTiming&, Options& o) { o.time = 2.0; }, "refused: "},
+        {"negative time", [](SceneTiming&, Options& o) { o.time = -0.1; }, "refused: "},
+        {"a partial last frame is kept",
+         [](SceneTiming& t, Options& o) { t.duration = 1.05, o.frames = cli::FrameRange{10, 10}; },
+         "10@1:orbit.png 8/1"},
+        {"after a partial last frame",
+         [](SceneTiming& t, Options& o) { t.duration = 1.05, o.frames = cli::FrameRange{11, 11}; },
+         "refused: "},
+        // The sanitizer build checks float-to-int conversions: beyond an int, frame numbers saturate.
+        {"frames of an endless composition",
+         [](SceneTiming& t, Options& o) { endless(t), o.frames = cli::FrameRange{5, 5}; },
+         "5@5e-07:orbit.png 8/1"},
+        {"a time beyond an int of frames", [](SceneTiming& t, Options& o) { endless(t), o.time = 5e8; },
+         "2147483647@5e+08:orbit.png 8/1"},
+        {"several frames need a pattern",
+         [](SceneTiming&, Options& o) { o.frames = cli::FrameRange{0, 1}, o.output = "still.png"; },
+         "refused: output \"still.png\": 2 frames need a frame number pattern"},
+        {"one frame of a range takes a plain name",
+         [](SceneTiming&, Options& o) { o.frames = cli::FrameRange{1, 1}, o.output = "still.png"; },
+         "1@0.1:still.png 8/1"},
+        {"EXR at 8 bits", [](SceneTiming&, Options& o) { o.output = "a.exr"; }, "refused: "},
+        {"EXR at 32 bits", [](SceneTiming&, Options& o) { o.output = "a.exr", o.bit_depth = 32; }, "5@0.5:a.exr 32/1"},
+        {"PNG at 32 bits", [](SceneTiming&, Options& o) { o.output = "a.png", o.bit_depth = 32; }, "refused: "},
+        {"upper-case PNG", [](SceneTiming&, Options& o) { o.output = "a.PNG", o.bit_depth = 16; }, "5@0.5:a.PNG 16/1"},
+        {"the dot belongs to the folder",
+         [](SceneTiming&, Options& o) { o.output = "dir.v2/frame", o.bit_depth = 16; },
+         "refused: "},
+    };
+    for (const Row& row : rows) {
+        SceneTiming timing = tenFpsTwoSeconds();
+        Options options;
+        row.edit(timing, options);
+        const std::string plan = planned(timing, options);
+        EXPECT_EQ(plan.rfind(row.expected, 0), 0u) << row.what << ": " << plan;
     }
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "host/comp/Composition.h"
-#include "reliability/OutputPixels.h"
+#include "support/RawPixels.h"
 #include "shell/ParamIds.h"
 
 namespace fuzz {
@@ -171,32 +171,33 @@ void setHostileParams(std::uint64_t seed, host::Host& session, HostileCase& host
     for (PF_ParamIndex i = 1; i < session.num_params(); ++i) {
         if (pick.chance(0.4)) continue;  // keep some defaults: they are the common case
         const PF_ParamDef& def = session.param_def(i);
-        double v = 0;
+        const auto& fd = def.u.fd;
+        const double fixed = 65536.0;
+        host::ParamValue v;
         switch (def.param_type) {
-            case PF_Param_FIX_SLIDER: {
-                const auto& fd = def.u.fd;
-                v = pick.oneOf<double>({fd.valid_min / 65536.0, fd.valid_max / 65536.0, fd.slider_min / 65536.0,
-                                        fd.slider_max / 65536.0,
-                                        pick.uniform(fd.valid_min / 65536.0, fd.valid_max / 65536.0)});
+            case PF_Param_FIX_SLIDER:
+                v = host::ParamValue::number(
+                    pick.oneOf<double>({fd.valid_min / fixed, fd.valid_max / fixed, fd.slider_min / fixed,
+                                        fd.slider_max / fixed, pick.uniform(fd.valid_min / fixed, fd.valid_max / fixed)}));
                 break;
-            }
-            case PF_Param_SLIDER: v = pick.oneOf<int>({def.u.sd.valid_min, def.u.sd.valid_max, def.u.sd.slider_max, 1}); break;
-            case PF_Param_ANGLE: v = pick.oneOf<double>({0, 90, -90, 180, 360, -720, 32767, -32767, 0.001}); break;
-            case PF_Param_POPUP: v = pick.integer(1, def.u.pd.num_choices); break;
-            case PF_Param_CHECKBOX: v = pick.integer(0, 1); break;
-            case PF_Param_LAYER: v = pick.oneOf<int>(layer_ids); break;
+            case PF_Param_SLIDER:
+                v = host::ParamValue::number(
+                    pick.oneOf<int>({def.u.sd.valid_min, def.u.sd.valid_max, def.u.sd.slider_max, 1}));
+                break;
+            case PF_Param_ANGLE:
+                v = host::ParamValue::number(pick.oneOf<double>({0, 90, -90, 180, 360, -720, 32767, -32767, 0.001}));
+                break;
+            case PF_Param_POPUP: v = host::ParamValue::number(pick.integer(1, def.u.pd.num_choices)); break;
+            case PF_Param_CHECKBOX: v = host::ParamValue::number(pick.integer(0, 1)); break;
+            case PF_Param_LAYER: v = host::ParamValue::layer(pick.oneOf<int>(layer_ids)); break;
             case PF_Param_COLOR:
-                session.set_param(i, host::ParamValue::color(pick.integer(0, 255), pick.integer(0, 255),
-                                                             pick.integer(0, 255), pick.integer(0, 255)));
-                ++changed;
-                continue;
-            case PF_Param_POINT:
-                session.set_param(i, host::ParamValue::point(pick.value(-1e5, 1e5), pick.value(-1e5, 1e5)));
-                ++changed;
-                continue;
+                v = host::ParamValue::color(pick.integer(0, 255), pick.integer(0, 255), pick.integer(0, 255),
+                                            pick.integer(0, 255));
+                break;
+            case PF_Param_POINT: v = host::ParamValue::point(pick.value(-1e5, 1e5), pick.value(-1e5, 1e5)); break;
             default: continue;  // topics carry no value
         }
-        session.set_param(i, host::ParamValue::number(v));
+        session.set_param(i, v);
         ++changed;
     }
     hostile.description += ", " + std::to_string(changed) + " parameters set";
@@ -219,7 +220,7 @@ std::string runHostileCase(std::uint64_t seed) {
         const host::RenderResult result = session.render(hostile.request);
         if (result.err != PF_Err_NONE) problems << "render failed with " << host::errorName(result.err) << "; ";
         if (!hostile.wild && hostile.request.bitdepth == 32) {
-            const std::size_t bad = reliability::nonFiniteChannels(reliability::outputChannels(result));
+            const std::size_t bad = test_support::nonFiniteChannels(test_support::rawChannels(result));
             if (bad) problems << bad << " NaN or infinite output channels from finite input; ";
         }
         const std::string leaks = session.unload();

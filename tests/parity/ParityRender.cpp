@@ -11,26 +11,10 @@
 #include <string>
 
 #include "host/files/ImageDump.h"
-#include "host/pixels/PixelWorld.h"
 #include "host/session/Session.h"
+#include "support/RawPixels.h"
 
 namespace {
-
-// The output world's channels as they are stored (8-bit 0..255, float as is), no scaling, so
-// the comparison sees exactly what each build wrote.
-host::Image rawChannels(const PF_EffectWorld& world, PF_PixelFormat format) {
-    host::Image image(world.width, world.height);
-    host::dispatchPixelType(format, [&](auto tag) {
-        using Pixel = typename decltype(tag)::type;
-        for (A_long y = 0; y < world.height; ++y) {
-            for (A_long x = 0; x < world.width; ++x) {
-                const Pixel& p = host::worldPixel<Pixel>(world, x, y);
-                image.at(x, y) = host::RGBA{float(p.red), float(p.green), float(p.blue), float(p.alpha)};
-            }
-        }
-    });
-    return image;
-}
 
 std::string stem(const std::string& path) {
     const std::size_t slash = path.find_last_of("/\\");
@@ -54,7 +38,7 @@ int renderScene(const std::string& module, const std::string& out_dir, const std
                                          " bits failed with error " + std::to_string(result.err));
             const std::string path = out_dir + "/" + stem(scene) + "." + std::to_string(frame) + "." +
                                      std::to_string(depth) + ".pix";
-            host::writeImageDump(rawChannels(result.output->get(), result.output->format()), path);
+            host::writeImageDump(test_support::rawChannels(result), path);
             ++written;
         }
     }

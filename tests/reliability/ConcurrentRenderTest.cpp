@@ -7,7 +7,7 @@
 #include <thread>
 #include <vector>
 
-#include "reliability/OutputPixels.h"
+#include "support/RawPixels.h"
 #include "reliability/TestScene.h"
 #include "shell/ParamIds.h"
 
@@ -54,12 +54,12 @@ TEST_P(ConcurrentFrames, TwoHostThreadsRenderTheSameFramesAsOneAlone) {
     // sample tables differ while they run side by side.
     const std::vector<std::vector<Frame>> per_thread = {{{0.2, 8}, {0.6, 32}, {1.0, 16}},
                                                         {{1.4, 32}, {0.8, 16}, {0.0, 8}}};
-    std::vector<std::vector<std::vector<float>>> expected(per_thread.size());
+    std::vector<std::vector<std::vector<host::RGBA>>> expected(per_thread.size());
     for (std::size_t t = 0; t < per_thread.size(); ++t) {
         for (const Frame& frame : per_thread[t]) {
             const host::RenderResult alone = renderAlone(host, frame);
             ASSERT_EQ(alone.err, PF_Err_NONE);
-            expected[t].push_back(outputChannels(alone));
+            expected[t].push_back(test_support::rawChannels(alone).pixels());
             ASSERT_FALSE(expected[t].back().empty());
         }
     }
@@ -71,7 +71,7 @@ TEST_P(ConcurrentFrames, TwoHostThreadsRenderTheSameFramesAsOneAlone) {
             for (int repeat = 0; repeat < kRepeats; ++repeat) {
                 for (std::size_t f = 0; f < per_thread[t].size(); ++f) {
                     const host::RenderResult result = renderAlone(host, per_thread[t][f]);
-                    if (result.err != PF_Err_NONE || outputChannels(result) != expected[t][f]) {
+                    if (result.err != PF_Err_NONE || test_support::rawChannels(result).pixels() != expected[t][f]) {
                         mismatches[t].push_back("thread " + std::to_string(t) + " frame " + std::to_string(f) +
                                                 " error " + std::to_string(result.err));
                     }
@@ -89,7 +89,7 @@ TEST_P(ConcurrentFrames, TwoHostThreadsRenderTheSameFramesAsOneAlone) {
 TEST_P(ConcurrentFrames, ACancelOnOneThreadLeavesTheOtherFramesIntact) {
     host::Host& host = session.host();
     const Frame frame{0.5, 32};
-    const std::vector<float> expected = outputChannels(renderAlone(host, frame));
+    const host::Image expected = test_support::rawChannels(renderAlone(host, frame));
     // The cancel switch is host-wide: renders that start while it is on are cancelled, renders
     // after it is off must be complete again, and all of them give everything back.
     std::thread other([&] {
@@ -106,7 +106,7 @@ TEST_P(ConcurrentFrames, ACancelOnOneThreadLeavesTheOtherFramesIntact) {
     EXPECT_FALSE(cancelled.rendered);
     const host::RenderResult after = renderAlone(host, frame);
     EXPECT_EQ(after.err, PF_Err_NONE);
-    EXPECT_EQ(outputChannels(after), expected);
+    EXPECT_TRUE(test_support::rawChannels(after).pixels() == expected.pixels());
     EXPECT_EQ(host.unload(), "");
 }
 

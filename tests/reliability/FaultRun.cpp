@@ -10,8 +10,6 @@ namespace reliability {
 
 namespace {
 
-constexpr unsigned kCountingTimeoutSeconds = 120;
-
 bool mentionsError(const std::string& text, PF_Err err) {
     return text.find(host::errorName(err)) != std::string::npos;
 }
@@ -42,30 +40,10 @@ std::string oneLine(std::string text) {
 
 CountingRun countHostCalls() {
     CountingRun counting;
-    const ChildOutcome child = runIsolated(
-        [] {
-            Session session;
-            session.host().faults().set_recording(true);
-            const LifetimeResult lifetime = runLifetime(session);
-            std::ostringstream out;
-            out << serialize(lifetime);
-            for (const std::string& name : session.host().faults().recorded_calls()) out << "call " << name << "\n";
-            out << "leaks " << oneLine(lifetime.leaks) << "\n";
-            return out.str();
-        },
-        kCountingTimeoutSeconds);
-    if (!child.finished) {
-        counting.failure = "the counting run ended with " + child.describe() + ": " + child.output;
-        return counting;
-    }
-    counting.lifetime = deserializeLifetime(child.output);
-    std::istringstream in(child.output);
-    std::string line;
-    while (std::getline(in, line)) {
-        if (line.rfind("call ", 0) == 0) counting.names.push_back(line.substr(5));
-        if (line.rfind("leaks ", 0) == 0) counting.leaks = line.substr(6);
-    }
-    counting.ok = true;
+    Session session;
+    session.host().faults().set_recording(true);
+    counting.lifetime = runLifetime(session);
+    counting.names = session.host().faults().recorded_calls();
     return counting;
 }
 

@@ -1,5 +1,5 @@
 #pragma once
-// Running lifetimes in child processes: the counting run, and one run per injected fault with
+// Running lifetimes: the counting run, and one run per injected fault in a child process with
 // the check of everything that run must satisfy.
 
 #include <string>
@@ -11,14 +11,12 @@
 namespace reliability {
 
 struct CountingRun {
-    bool ok = false;
-    std::string failure;              // why the counting run could not be used
     LifetimeResult lifetime;
     std::vector<std::string> names;   // name of each host call, in order
-    std::string leaks;
 };
 
-// Runs a lifetime without faults, recording every host call.
+// Runs a lifetime without faults in this process, recording every host call. Its session is
+// gone before the faulted runs fork: they start from a process without host threads.
 CountingRun countHostCalls();
 
 // Runs a lifetime failing `point.call` with `error`; returns the problems found (empty: the

@@ -1,6 +1,7 @@
 #include "reliability/Isolated.h"
 
 #include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <exception>
 #include <string>
@@ -24,26 +25,12 @@ int leakCheckedExitCode(int code) {
     return code;
 }
 
-void writeAll(int fd, const std::string& text) {
-    const char* p = text.data();
-    std::size_t left = text.size();
-    while (left > 0) {
-        const ssize_t n = ::write(fd, p, left);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) return;
-        p += n;
-        left -= static_cast<std::size_t>(n);
-    }
-}
-
 std::string readAll(int fd) {
     std::string text;
     char buffer[4096];
-    for (;;) {
-        const ssize_t n = ::read(fd, buffer, sizeof buffer);
-        if (n < 0 && errno == EINTR) continue;
-        if (n <= 0) break;
-        text.append(buffer, static_cast<std::size_t>(n));
+    for (ssize_t n; (n = ::read(fd, buffer, sizeof buffer)) != 0;) {
+        if (n > 0) text.append(buffer, static_cast<std::size_t>(n));
+        else if (errno != EINTR) break;
     }
     return text;
 }
@@ -60,17 +47,10 @@ std::string ChildOutcome::describe() const {
 ChildOutcome runIsolated(const std::function<std::string()>& body, unsigned timeout_seconds) {
     ChildOutcome outcome;
     int fds[2];
-    if (::pipe(fds) != 0) {
-        outcome.exit_code = -1;
-        outcome.output = "pipe failed";
-        return outcome;
-    }
-    const pid_t pid = ::fork();
+    const pid_t pid = ::pipe(fds) == 0 ? ::fork() : -1;
     if (pid < 0) {
-        ::close(fds[0]);
-        ::close(fds[1]);
         outcome.exit_code = -1;
-        outcome.output = "fork failed";
+        outcome.output = std::string("cannot start a child: ") + std::strerror(errno);
         return outcome;
     }
     if (pid == 0) {
@@ -87,8 +67,10 @@ ChildOutcome runIsolated(const std::function<std::string()>& body, unsigned time
             text = "exception of an unknown type";
             code = 3;
         }
-        writeAll(fds[1], text);
-        ::close(fds[1]);
+        if (FILE* pipe = ::fdopen(fds[1], "w")) {
+            std::fwrite(text.data(), 1, text.size(), pipe);
+            std::fclose(pipe);
+        }
         // No atexit handlers or static destructors: they belong to the parent's test run.
         ::_exit(leakCheckedExitCode(code));
     }

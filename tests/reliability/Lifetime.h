@@ -42,8 +42,4 @@ struct LifetimeResult {
 
 LifetimeResult runLifetime(Session& session);
 
-// A compact text form, one step per line, for passing results out of a child process.
-std::string serialize(const LifetimeResult& result);
-LifetimeResult deserializeLifetime(const std::string& text);
-
 }  // namespace reliability

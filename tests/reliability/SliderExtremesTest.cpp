@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "host/session/Session.h"
-#include "reliability/OutputPixels.h"
+#include "support/RawPixels.h"
 
 namespace reliability {
 namespace {
@@ -52,7 +52,7 @@ std::vector<std::string> sweepScene(const std::string& scene) {
         for (double end : validEnds(def)) {
             host.set_param(i, host::ParamValue::number(end));
             const host::RenderResult result = session.render(t, kFloatDepth, kSweepDownsample);
-            const std::size_t bad = nonFiniteChannels(outputChannels(result));
+            const std::size_t bad = test_support::nonFiniteChannels(test_support::rawChannels(result));
             if (result.err != PF_Err_NONE || bad != 0)
                 failures.push_back(std::filesystem::path(scene).filename().string() + ": " + std::string(def.PF_DEF_NAME) + "=" +
                                    std::to_string(end) + ": error " + std::to_string(result.err) + ", " +
@@ -81,7 +81,7 @@ TEST(SliderExtremes, SharpestHighlightStaysFiniteAtFullResolution) {
     session.set("Roughness", 0.0);
     const host::RenderResult result = session.render(session.times().front(), kFloatDepth, 1);
     ASSERT_EQ(result.err, PF_Err_NONE);
-    EXPECT_EQ(nonFiniteChannels(outputChannels(result)), 0u);
+    EXPECT_EQ(test_support::nonFiniteChannels(test_support::rawChannels(result)), 0u);
 }
 
 }  // namespace

@@ -1,8 +1,8 @@
 #pragma once
-// A small but complete scene for whole-lifetime tests: the effect on a 2D solid, a texture,
-// a reflection map, a 3D null as control layer, a camera with depth of field and one light of
-// every type (the spot casts shadows). Small enough that a frame costs well under a
-// millisecond, so that a lifetime can be repeated thousands of times.
+// A small but complete scene for whole-lifetime tests (lifetime.json): the effect on a 2D
+// solid, a texture, a reflection map, a 3D null as control layer, a camera with depth of field
+// and one light of every type (the spot casts shadows). Small enough that a frame costs well
+// under a millisecond, so that a lifetime can be repeated thousands of times.
 
 #include <memory>
 
@@ -16,14 +16,7 @@ struct SceneLayers {
     int texture = 0;
     int reflection = 0;
     int control = 0;
-    int camera = 0;
 };
-
-// Output size of the effect layer, pixels.
-constexpr int kSceneWidth = 12;
-constexpr int kSceneHeight = 9;
-
-std::shared_ptr<host::Composition> makeScene(SceneLayers& layers);
 
 // One host session on that scene, module not yet loaded. Only one session may exist at a time
 // per process (the host's services are process-wide while a session lives).
@@ -35,7 +28,6 @@ public:
     static host::HostOptions deterministicOptions();
 
     host::Host& host() { return host_; }
-    host::Composition& comp() { return *comp_; }
     const SceneLayers& layers() const { return layers_; }
 
     // The texture, reflection map and camera-driven depth-of-field values every lifetime uses.
@@ -46,7 +38,6 @@ public:
 private:
     host::Host host_;
     SceneLayers layers_;
-    std::shared_ptr<host::Composition> comp_;
 };
 
 }  // namespace reliability
