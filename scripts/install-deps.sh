@@ -6,7 +6,7 @@
 set -euo pipefail
 linux=(cmake ninja-build g++ pkg-config
        libgtest-dev libgmock-dev libbenchmark-dev
-       libopenimageio-dev openimageio-tools nlohmann-json3-dev libcli11-dev libtbb-dev)
+       libopenimageio-dev openimageio-tools libpng-dev nlohmann-json3-dev libcli11-dev libtbb-dev)
 # g++ builds the PiPL writer that runs during the cross build; googletest is the source the
 # cross compiler builds GoogleTest from; nlohmann-json is header-only and serves both.
 windows=(cmake ninja-build g++ g++-mingw-w64-x86-64-posix googletest nlohmann-json3-dev wine64 zip unzip)

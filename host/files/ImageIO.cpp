@@ -1,5 +1,6 @@
 #include "host/files/ImageIOModule.h"
 
+#include "host/files/ChannelLayout.h"
 #include "host/pixels/Quantise.h"
 #include "host/pixels/RowBands.h"
 
@@ -33,21 +34,6 @@ std::string lowerExtension(const std::string& path) {
     std::string ext = fs::path(path).extension().string();
     std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
     return ext;
-}
-
-// Maps the file's channels (grey, grey + alpha, RGB, RGBA, more) onto straight RGBA.
-RGBA toRGBA(const float* channels, int count, int alpha_channel) {
-    RGBA p;
-    if (count <= 2) {
-        p.r = p.g = p.b = channels[0];
-    } else {
-        p.r = channels[0];
-        p.g = channels[1];
-        p.b = channels[2];
-    }
-    if (alpha_channel < 0 && count == 2) alpha_channel = 1;
-    p.a = alpha_channel >= 0 && alpha_channel < count ? channels[alpha_channel] : 1.0f;
-    return p;
 }
 
 void unpremultiply(Image& image) {
@@ -277,21 +263,6 @@ std::vector<unsigned char> encodeImage(const Image& image, const std::string& pa
         });
     } catch (const std::bad_alloc&) {
         throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
-    }
-}
-
-std::vector<unsigned char> encodeQuantisedImage(const QuantisedImage& image, const std::string& path,
-                                                const SaveOptions& options) {
-    if (checkedSaveRequest(image.width, image.height, path, options) || options.png_bits != image.bits())
-        throw ImageIOError("cannot write image '" + path + "': its " + std::to_string(image.bits()) +
-                           "-bit channels are for a PNG of that depth");
-    try {
-        return encodeInMemory(image.width, image.height, path, false, options, [&](OIIO::ImageOutput& out) {
-            if (image.bits() == 16) return out.write_image(OIIO::TypeDesc::UINT16, image.rgba16.data());
-            return out.write_image(OIIO::TypeDesc::UINT8, image.rgba8.data());
-        });
-    } catch (const std::bad_alloc&) {
-        throw outOfMemoryWhileEncoding(image.width, image.height, path);
     }
 }
 

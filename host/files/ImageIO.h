@@ -1,6 +1,6 @@
 #pragma once
-// Reading and writing images through OpenImageIO (a build without it reads pixel dumps only,
-// host/files/ImageDump.h). Files may hold straight or premultiplied
+// Reading and writing images: PNG through libpng (host/files/PngFiles.h), every other format
+// through OpenImageIO (a build without it reads pixel dumps only, host/files/ImageDump.h). Files may hold straight or premultiplied
 // alpha; in memory an Image is always straight.
 
 #include "host/pixels/Image.h"
@@ -62,8 +62,6 @@ void saveImage(const QuantisedImage& image, const std::string& path, const SaveO
 // The bytes saveImage writes: the options checked and the picture encoded in memory, in the
 // format `path`'s extension names. Throws ImageIOError.
 std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options);
-std::vector<unsigned char> encodeQuantisedImage(const QuantisedImage& image, const std::string& path,
-                                                const SaveOptions& options);
 
 inline ImageIOError outOfMemoryWhileEncoding(int width, int height, const std::string& path) {
     return ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +

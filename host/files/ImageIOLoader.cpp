@@ -5,6 +5,7 @@
 #include "host/files/ImageDump.h"
 #include "host/session/HostError.h"
 #include "host/files/ImageIOModule.h"
+#include "host/files/PngFiles.h"
 #include "host/files/InputFiles.h"
 #include "host/session/ModuleLibrary.h"
 #include "host/checks/SystemFaults.h"
@@ -76,7 +77,7 @@ ImageHeader checkedHeader(const std::string& path, const std::string& origin) {
     if (!unreadable.empty()) throw ImageIOError(withOrigin(origin, cannot + unreadable));
     ImageHeader header;
     try {
-        header = module("read", path).header(path);
+        header = isPngFile(path) ? readPngHeader(path) : module("read", path).header(path);
     } catch (const ImageIOError& e) {
         throw ImageIOError(withOrigin(origin, e.what()));
     }
@@ -97,7 +98,7 @@ Image loadImage(const std::string& path, const std::string& origin) {
     if (isImageDump(path)) return readImageDump(path);
     checkedHeader(path, origin);
     try {
-        return module("read", path).load(path);
+        return isPngFile(path) ? readPngPixels(path) : module("read", path).load(path);
     } catch (const ImageIOError& e) {
         throw ImageIOError(withOrigin(origin, e.what()));
     }
@@ -122,7 +123,7 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
 
 void saveImage(const QuantisedImage& image, const std::string& path, const SaveOptions& options) {
     if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image.width, image.height, path);
-    writeEncoded(module("write", path).encodeQuantised(image, path, options), path);
+    writeEncoded(encodePng(image, path, options), path);
 }
 
 ImageSize readImageSize(const std::string& path, const std::string& origin) {

@@ -1,8 +1,9 @@
 #pragma once
 // What the image-IO module (orbivane_imageio.so) hands the host. OpenImageIO brings in some
 // 260 shared libraries whose relocation and start-up cost about 0.2 s of CPU per process, so
-// it lives in a module of its own, opened the first time an image file is read or written:
-// programs and tests that never touch a file never pay for it.
+// it lives in a module of its own, opened the first time a file other than a PNG is read or
+// written (PNG goes through libpng, host/files/PngFiles.h): renders of PNG textures to PNG
+// frames never pay for it.
 
 #include "host/files/ImageIO.h"
 
@@ -27,8 +28,6 @@ ImageHeader readImageHeader(const std::string& path);
 struct ImageIOModule {
     Image (*load)(const std::string& path);
     std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
-    std::vector<unsigned char> (*encodeQuantised)(const QuantisedImage& image, const std::string& path,
-                                                  const SaveOptions& options);
     ImageHeader (*header)(const std::string& path);
 };
 

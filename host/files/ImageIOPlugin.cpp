@@ -4,7 +4,7 @@
 namespace host {
 namespace {
 
-const ImageIOModule kModule{&readImagePixels, &encodeImage, &encodeQuantisedImage, &readImageHeader};
+const ImageIOModule kModule{&readImagePixels, &encodeImage, &readImageHeader};
 
 }  // namespace
 }  // namespace host

@@ -1,5 +1,6 @@
-# Files on disk: input checks and limits, pixel dumps, image files through OpenImageIO, and
-# outputs written all or nothing (POSIX only: the Windows build writes no files).
+# Files on disk: input checks and limits, pixel dumps, PNG through libpng and every other image
+# format through OpenImageIO, and outputs written all or nothing (POSIX only: the Windows build
+# writes no files).
 target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/ImageDump.cpp
   ${CMAKE_CURRENT_LIST_DIR}/InputFiles.cpp)
@@ -11,6 +12,7 @@ endif()
 
 target_sources(orbivane_host PRIVATE
   ${CMAKE_CURRENT_LIST_DIR}/FileCommit.cpp
+  ${CMAKE_CURRENT_LIST_DIR}/PngFiles.cpp
   ${CMAKE_CURRENT_LIST_DIR}/ImageIOLoader.cpp)
 set_property(SOURCE ${CMAKE_CURRENT_LIST_DIR}/ImageIOLoader.cpp APPEND PROPERTY COMPILE_DEFINITIONS
              ORBIVANE_IMAGEIO_MODULE="$<TARGET_FILE:orbivane_imageio>")
