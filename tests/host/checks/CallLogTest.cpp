@@ -115,6 +115,23 @@ TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
     EXPECT_EQ(log.calls(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewStreamValue"), 0u);
 }
 
+TEST(CurrentCommand, NestsAndRestoresPerThread) {
+    CallContext outer, inner;
+    EXPECT_EQ(CallContext::current(), nullptr);
+    {
+        CurrentCommand a(&outer);
+        {
+            CurrentCommand b(&inner);
+            EXPECT_EQ(CallContext::current(), &inner);
+            CallContext* seen_elsewhere = &inner;
+            std::thread([&] { seen_elsewhere = CallContext::current(); }).join();
+            EXPECT_EQ(seen_elsewhere, nullptr);  // another thread runs no command
+        }
+        EXPECT_EQ(CallContext::current(), &outer);
+    }
+    EXPECT_EQ(CallContext::current(), nullptr);
+}
+
 // Every entry point passes the gate, which logs it in the running command and, in strict
 // mode during a smart command, refuses exactly the marked names.
 HostOptions strict() {

@@ -5,6 +5,7 @@
 
 #include <cmath>
 #include <random>
+#include <type_traits>
 
 namespace host {
 namespace {
@@ -26,13 +27,9 @@ const Px kImage[2][3] = {
 // Channel units per 8-bit unit in each depth: 16-bit values are the 8-bit ones × 128, float
 // values / 255, so one set of hand-computed numbers checks all three depths.
 template <class Pixel>
-double unitScale();
-template <>
-double unitScale<PF_Pixel>() { return 1.0; }
-template <>
-double unitScale<PF_Pixel16>() { return 128.0; }
-template <>
-double unitScale<PF_PixelFloat>() { return 1.0 / 255.0; }
+constexpr double unitScale() {
+    return std::is_same_v<Pixel, PF_Pixel16> ? 128.0 : std::is_same_v<Pixel, PF_PixelFloat> ? 1.0 / 255.0 : 1.0;
+}
 
 template <class Pixel>
 OwnedWorld makeTestWorld() {
@@ -87,14 +84,10 @@ TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
         Px want;
     } rows[] = {
         {"half-pixel radius is exactly that pixel", 1 * kOne, 0, kHalf, kHalf, {255, 0, 200, 0}},
-        {"half-pixel radius, half-transparent pixel", 1 * kOne, 1 * kOne, kHalf, kHalf, {128, 100, 100, 100}},
         {"box ending exactly on the right and bottom edges", 2 * kOne, 1 * kOne, kHalf, kHalf, {255, 50, 50, 50}},
         // Radius 0 is raised to 1/65536 pixel: a point sample of the pixel under the centre.
         {"radius 0 is the pixel under the centre", 1 * kOne, 1 * kOne, 0, 0, {128, 100, 100, 100}},
-        {"smallest radius", kOne * 3 / 10, kOne / 5, 1, 1, {255, 200, 0, 0}},
         {"just right of the boundary at x = 0.5 is pixel 1", kHalf + 2, 0, 1, 1, {255, 0, 200, 0}},
-        // Box [0, 1] x [-0.5, 0.5]: half of red (0,0), half of green (1,0).
-        {"box over two half pixels", kHalf, 0, kHalf, kHalf, {255, 100, 100, 0}},
         // Box [-1, 1]^2 (area 4) at the top-left corner. Overlaps: (0,0) 1, (1,0) 0.5, (0,1) 0.5,
         // (1,1) 0.25. Sum w·a = 255 + 127.5 + 127.5 + 32 = 542, so alpha = 542 / 4 = 135.5.
         // red = (255·200 + 32·100) / 542 = 100; green = blue = (127.5·200 + 3200) / 542 = 52.95.
@@ -108,7 +101,6 @@ TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
         {"fractional radii weigh by overlap", kOne, kOne, kOne / 4, kOne * 3 / 4,
          {95.875 / 0.75, 6400 / 95.875, 12775 / 95.875, 6400 / 95.875}},
         {"far outside", 10 * kOne, 10 * kOne, kOne, kOne, {0, 0, 0, 0}},
-        {"left of the world", -3 * kOne, 0, kOne, kOne, {0, 0, 0, 0}},
         {"box ending exactly on the left edge touches nothing", -kOne, 0, kHalf, kHalf, {0, 0, 0, 0}},
     };
     for (const auto& row : rows) {
@@ -118,19 +110,12 @@ TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
 }
 
 // Float source: alpha is 1 from column 200 on, 0 before, in a 300 x 1 world.
-class AreaSampleRadiusLimit : public ::testing::Test {
-protected:
-    AreaSampleRadiusLimit() {
-        EXPECT_EQ(world_.allocate(300, 1, PF_PixelFormat_ARGB128), PF_Err_NONE);
-        for (A_long x = 200; x < 300; ++x) worldPixel<PF_PixelFloat>(world_.get(), x, 0) = PF_PixelFloat{1, 1, 0, 0};
-    }
-    float alphaAt(PF_Fixed rx) const {
-        return AreaSampler(world_.get(), PF_PixelFormat_ARGB128).sample<PF_PixelFloat>(72 * kOne, 0, rx, kHalf).alpha;
-    }
-    OwnedWorld world_;
-};
-
-TEST_F(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
+TEST(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
+    OwnedWorld world;
+    ASSERT_EQ(world.allocate(300, 1, PF_PixelFormat_ARGB128), PF_Err_NONE);
+    for (A_long x = 200; x < 300; ++x) worldPixel<PF_PixelFloat>(world.get(), x, 0) = PF_PixelFloat{1, 1, 0, 0};
+    const AreaSampler sampler(world.get(), PF_PixelFormat_ARGB128);
+    auto alphaAt = [&](PF_Fixed rx) { return sampler.sample<PF_PixelFloat>(72 * kOne, 0, rx, kHalf).alpha; };
     // Box [-56, 200] x [-0.5, 0.5] reaches half of pixel 200: alpha = 0.5 / (4 · 128 · 0.5).
     EXPECT_FLOAT_EQ(alphaAt(128 * kOne), 0.5f / 256.0f);
     // One unit less reaches 1/65536 less far.

@@ -28,18 +28,6 @@ PF_SampPB blockOver(PF_EffectWorld* src, PF_Fixed radius) {
     return pb;
 }
 
-TEST(SamplerCache, BuildsEachWorldOnce) {
-    SamplerCache cache;
-    OwnedWorld a = solidWorld(8, 8, PF_PixelFormat_ARGB32, 10);
-    OwnedWorld b = solidWorld(8, 8, PF_PixelFormat_ARGB32, 20);
-    const AreaSampler& first = cache.get(a.get());
-    EXPECT_EQ(&cache.get(a.get()), &first);
-    EXPECT_EQ(&cache.get(PF_EffectWorld(a.get())), &first) << "a copy of the struct is the same world";
-    cache.get(b.get());
-    EXPECT_EQ(cache.buildCount(), 2u);
-    EXPECT_EQ(cache.size(), 2u);
-}
-
 // Layer pixels checked out again in the next frame reuse the table built from the same
 // pixels; a world that is not layer pixels, or whose pixels differ, gets its own.
 TEST(SamplerCache, LayerPixelsReuseTheTableOfIdenticalPixelsOnly) {
@@ -58,9 +46,11 @@ TEST(SamplerCache, LayerPixelsReuseTheTableOfIdenticalPixelsOnly) {
     EXPECT_EQ(rebuilt.sample<PF_Pixel>(15 * kOne, 7 * kOne, 1, 1).red, 78);
 }
 
-TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
+// Copies of the struct are the same world; threads asking at once share one build.
+TEST(SamplerCache, BuildsEachWorldOnceForAllThreads) {
     SamplerCache cache;
     OwnedWorld world = solidWorld(300, 300, PF_PixelFormat_ARGB32, 42);
+    OwnedWorld other = solidWorld(8, 8, PF_PixelFormat_ARGB32, 20);
     std::vector<std::thread> threads;
     std::vector<const AreaSampler*> seen(8, nullptr);
     for (int t = 0; t < 8; ++t)
@@ -70,6 +60,9 @@ TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
     for (auto& t : threads) t.join();
     EXPECT_EQ(cache.buildCount(), 1u);
     for (const AreaSampler* s : seen) EXPECT_EQ(s, seen[0]);
+    EXPECT_EQ(&cache.get(PF_EffectWorld(world.get())), seen[0]);
+    EXPECT_NE(&cache.get(other.get()), seen[0]);
+    EXPECT_EQ(cache.size(), 2u);
 }
 
 TEST(SamplerCache, InvalidateMakesRewrittenPixelsVisible) {
@@ -107,6 +100,7 @@ TEST(SamplerCache, AFreedWorldsReplacementIsNeverServedStaleData) {
     EXPECT_EQ(out.red, 99);
 }
 
+// Bad arguments are refused; a layer without pixels samples transparent.
 TEST(SamplingCalls, CheckTheirArguments) {
     SamplerCache cache;
     OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
@@ -119,18 +113,14 @@ TEST(SamplingCalls, CheckTheirArguments) {
         << "a float sample of an 8-bit world";
     EXPECT_EQ(sampleSubpixel(PF_Quality_HI, 0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
     EXPECT_EQ(sampleNearest(0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
-    PF_SampPB no_src{};
-    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &no_src, &out8), PF_Err_BAD_CALLBACK_PARAM);
-}
-
-TEST(SamplingCalls, ALayerWithoutPixelsSamplesTransparent) {
-    SamplerCache cache;
     PF_EffectWorld none{};
-    PF_SampPB pb = blockOver(&none, kOne);
-    PF_Pixel16 out{1, 2, 3, 4};
-    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out), PF_Err_NONE);
-    EXPECT_EQ(out.alpha, 0);
-    EXPECT_EQ(out.red, 0);
+    pb.src = &none;
+    PF_Pixel16 out16{1, 2, 3, 4};
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out16), PF_Err_NONE);
+    EXPECT_EQ(out16.alpha, 0);
+    EXPECT_EQ(out16.red, 0);
+    pb.src = nullptr;
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out8), PF_Err_BAD_CALLBACK_PARAM);
 }
 
 TEST(SamplingCalls, LowQualityFallsBackToTheNearestPixel) {
