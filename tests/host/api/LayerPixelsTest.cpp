@@ -82,25 +82,6 @@ TEST(LayerPixels, SubRectStartsAtItsOriginAndIsTransparentBeyondTheSource) {
     EXPECT_TRUE(same(before.at8(1, 0), kBlue));   // source (0, 2): cell (0, 1)
 }
 
-TEST(LayerPixels, DeepAndFloatWorldsKeepTheSourceValues) {
-    LayerPixels pixels;
-    Layer solid;
-    solid.kind = LayerKind::Solid;
-    solid.source.pattern = GeneratedPattern::Solid;
-    solid.source.width = solid.source.height = 2;
-    solid.source.color = Color{1, 0.25, 0.5, 0.75};
-    Filled deep(pixels, solid, PF_PixelFormat_ARGB64, 2, 2, 1.0);
-    const PF_Pixel16& d = worldPixel<PF_Pixel16>(deep.world.get(), 1, 1);
-    EXPECT_EQ(d.alpha, 32768);
-    EXPECT_EQ(d.red, 8192);
-    EXPECT_EQ(d.green, 16384);
-    EXPECT_EQ(d.blue, 24576);
-    Filled fp(pixels, solid, PF_PixelFormat_ARGB128, 2, 2, 1.0);
-    const PF_PixelFloat& f = worldPixel<PF_PixelFloat>(fp.world.get(), 0, 1);
-    EXPECT_FLOAT_EQ(f.red, 0.25f);
-    EXPECT_FLOAT_EQ(f.blue, 0.75f);
-}
-
 TEST(LayerPixels, SolidWithoutASizeCoversItsComposition) {
     LayerPixels pixels;
     Layer solid;
