@@ -4,33 +4,25 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <string>
 
 namespace host {
 namespace {
 
 const char* kLink = "try{length(thisComp.layer(\"Ctrl\").toWorld([1,1,1]));}catch(e){value;}\n";
 
-TEST(LinkExpression, ParsesTheNameWithOrWithoutTheTrailingLineFeed) {
-    EXPECT_EQ(parse_layer_link_expression(kLink).value_or("?"), "Ctrl");
-    std::string no_lf = kLink;
-    no_lf.pop_back();
-    EXPECT_EQ(parse_layer_link_expression(no_lf).value_or("?"), "Ctrl");
-    EXPECT_EQ(parse_layer_link_expression(
-                  "try{length(thisComp.layer(\"My layer 2\").toWorld([1,1,1]));}catch(e){value;}")
-                  .value_or("?"),
-              "My layer 2");
+std::string link(const std::string& name, const char* point = "[1,1,1]", const char* end = "\n") {
+    return "try{length(thisComp.layer(\"" + name + "\").toWorld(" + point + "));}catch(e){value;}" + end;
 }
 
-TEST(LinkExpression, RejectsOtherText) {
-    EXPECT_FALSE(parse_layer_link_expression("value*2"));
-    EXPECT_FALSE(parse_layer_link_expression(""));
-    EXPECT_FALSE(parse_layer_link_expression(
-        "try{length(thisComp.layer(\"A\").toWorld([1,1,0]));}catch(e){value;}"));
-    EXPECT_FALSE(parse_layer_link_expression(
-        "try{length(thisComp.layer(\"A\").toWorld([1,1,1]));}catch(e){value;}\n\n"));
-    // A quote inside the name would end the string early in the real language.
-    EXPECT_FALSE(parse_layer_link_expression(
-        "try{length(thisComp.layer(\"A\"B\").toWorld([1,1,1]));}catch(e){value;}"));
+// The name comes out with or without the trailing line feed; any other text is refused (a
+// quote inside the name would end the string early in the real language).
+TEST(LinkExpression, ParsesTheNameOfExactlyTheLinkText) {
+    EXPECT_EQ(parse_layer_link_expression(kLink).value_or("?"), "Ctrl");
+    EXPECT_EQ(parse_layer_link_expression(link("My layer 2", "[1,1,1]", "")).value_or("?"), "My layer 2");
+    for (const std::string& text : {std::string("value*2"), std::string(), link("A", "[1,1,0]"),
+                                    link("A", "[1,1,1]", "\n\n"), link("A\"B")})
+        EXPECT_FALSE(parse_layer_link_expression(text)) << text;
 }
 
 class LinkEvaluation : public ::testing::Test {

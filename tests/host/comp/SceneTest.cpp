@@ -1,8 +1,6 @@
 // Scene files: a complete scene and the messages for bad ones.
 #include "host/comp/Scene.h"
 
-#include "host/comp/Transform.h"
-
 #include <gtest/gtest.h>
 
 #include <cstdio>
@@ -160,17 +158,6 @@ TEST(BadScene, InvalidJsonAndMissingFilesNameTheFile) {
     } catch (const SceneError& e) {
         EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
     }
-}
-
-TEST(Scene, KeyframedTransformMovesTheLayerInWorldSpace) {
-    Scene s = parse_scene(R"({"composition": {"width": 100, "height": 100, "frame_rate": 10, "duration": 2},
-        "layers": [{"type": "null", "name": "N", "3d": true,
-                    "transform": {"anchor": [0, 0, 0], "position": {"keys": [[0, [0, 0, 0]], [2, [20, 0, 40]]]}},
-                    "effect": {}}]})", "s.json", "");
-    const Composition& c = *s.composition;
-    Vec3 p = layer_to_world(c, c.layer(0), 1.0).transform_point({0, 0, 0});
-    EXPECT_DOUBLE_EQ(p.x, 10);
-    EXPECT_DOUBLE_EQ(p.z, 20);
 }
 
 }  // namespace
