@@ -24,13 +24,19 @@ PF_Err makeAndDisposeWorld(host::Host& session) {
     return err ? err : release_err;
 }
 
-TEST(FaultInjector, CountingRunNamesEveryCall) {
+// A counting run names every call; failing a function by name fails each of its calls, and
+// the suite is still released.
+TEST(FaultInjector, CountingRunNamesEveryCallAndNamedFunctionsFailEveryTime) {
     host::Host session;
     session.faults().set_recording(true);
     ASSERT_EQ(makeAndDisposeWorld(session), PF_Err_NONE);
     EXPECT_EQ(session.faults().calls(), 4u);
     const std::vector<std::string> expected{"AcquireSuite", "PF_NewWorld", "PF_DisposeWorld", "ReleaseSuite"};
     EXPECT_EQ(session.faults().recorded_calls(), expected);
+    session.faults().fail_every("PF_NewWorld", PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(session.faults().injected(), 2u);
     EXPECT_EQ(session.leaks(), "");
 }
 
@@ -59,15 +65,6 @@ TEST(FaultInjector, AWorldTheModuleNeverDisposedOfIsReportedThenFreed) {
         EXPECT_EQ(host::liveWorldCount(), worlds_before + 1);
     }
     EXPECT_EQ(host::liveWorldCount(), worlds_before);
-}
-
-TEST(FaultInjector, FailsEveryCallOfANamedFunction) {
-    host::Host session;
-    session.faults().fail_every("PF_NewWorld", PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(session.faults().injected(), 2u);
-    EXPECT_EQ(session.leaks(), "");  // the suite was still released
 }
 
 // Callbacks fail by name; cancelling interrupts abort and progress (iteration: see there).
@@ -103,33 +100,24 @@ TEST_F(FaultNumbering, CountsCallsFromEveryThreadWhileNothingIsArmed) {
     EXPECT_EQ(faults.calls(), 4005u);
 }
 
-TEST_F(FaultNumbering, RuleArmedLaterCountsOnFromTheCallsMadeBefore) {
-    callTimes(5);
-    faults.fail_call(faults.calls() + 2, PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(faults.hit("sixth"), 0);
-    EXPECT_EQ(faults.hit("seventh"), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(faults.hit("eighth"), 0);
-    EXPECT_EQ(faults.calls(), 8u);
-    EXPECT_EQ(faults.injected(), 1u);
-}
-
-TEST_F(FaultNumbering, NumbersRunOnAcrossArmedAndUnarmedStretches) {
+// A rule armed later counts on from the calls made before, across recorded and unrecorded
+// stretches; reset disarms and restarts the numbering.
+TEST_F(FaultNumbering, NumbersRunOnAcrossArmedAndUnarmedStretchesUntilReset) {
     faults.set_recording(true);
     callTimes(2);
     faults.set_recording(false);
     callTimes(3);
     EXPECT_EQ(faults.calls(), 5u);
     faults.set_recording(true);
-    faults.fail_call(7, PF_Err_INTERNAL_STRUCT_DAMAGED);
+    faults.fail_call(faults.calls() + 2, PF_Err_INTERNAL_STRUCT_DAMAGED);
     EXPECT_EQ(faults.hit("sixth"), 0);
     EXPECT_EQ(faults.hit("seventh"), PF_Err_INTERNAL_STRUCT_DAMAGED);
-    EXPECT_EQ(faults.recorded_calls(), (std::vector<std::string>{"x", "x", "sixth", "seventh"}));
-}
-
-// Reset drops the armed rules and restarts the numbering, also after unarmed calls.
-TEST_F(FaultNumbering, ResetRestartsTheNumberingAndDisarms) {
-    faults.fail_call(1, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(faults.hit("eighth"), 0);
+    EXPECT_EQ(faults.injected(), 1u);
+    EXPECT_EQ(faults.recorded_calls(), (std::vector<std::string>{"x", "x", "sixth", "seventh", "eighth"}));
+    faults.fail_call(9, PF_Err_OUT_OF_MEMORY);
     faults.reset();
+    faults.set_recording(false);
     callTimes(3);
     faults.reset();
     EXPECT_EQ(faults.calls(), 0u);
