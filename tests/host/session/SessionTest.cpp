@@ -9,6 +9,7 @@
 #include "host/session/Session.h"
 
 #include <algorithm>
+#include <filesystem>
 #include <fstream>
 #include <unistd.h>
 
@@ -136,9 +137,7 @@ TEST(SceneSession, BadParameterValuesAreNamedWithTheirPathAndRange) {
 class SceneFile : public ::testing::Test {
 protected:
     void SetUp() override {
-        char pattern[] = "/tmp/orbivane-scene-XXXXXX";
-        ASSERT_NE(::mkdtemp(pattern), nullptr);
-        dir = pattern;
+        std::filesystem::create_directories(dir);
         Image texture(2, 2, RGBA{0, 0, 0, 1});
         texture.at(0, 0) = RGBA{0.4f, 0, 0, 1};  // what the module shows as green
         saveImage(texture, dir + "/tex.png");
@@ -156,12 +155,8 @@ protected:
 })";
         std::remove(HOST_TEST_MODULE_PATH ".pipl");
     }
-    void TearDown() override {
-        std::remove((dir + "/tex.png").c_str());
-        std::remove((dir + "/scene.json").c_str());
-        ::rmdir(dir.c_str());
-    }
-    std::string dir;
+    void TearDown() override { std::filesystem::remove_all(dir); }
+    const std::string dir = "/tmp/orbivane-scene-" + std::to_string(::getpid());
 };
 
 TEST_F(SceneFile, RendersInAllThreeDepthsReadingParametersLayersCameraAndLights) {
@@ -171,6 +166,9 @@ TEST_F(SceneFile, RendersInAllThreeDepthsReadingParametersLayersCameraAndLights)
         RenderResult frame = session.host().render({0.5, depth, 1, {}});
         ASSERT_EQ(frame.err, PF_Err_NONE) << depth << " " << frame.return_msg;
         ASSERT_TRUE(frame.rendered);
+        EXPECT_EQ(frame.output->get().width, 4);
+        EXPECT_EQ(frame.output->get().height, 3);
+        EXPECT_TRUE(frame.output->get().world_flags & PF_WorldFlag_WRITEABLE);
         // The fill light's intensity is 30 half-way between its keys.
         EXPECT_EQ(frame.return_msg, "camera zoom 800.0; 2 lights, intensity 110.0") << depth;
         const PF_PixelFloat p = pixel(frame, 0, 0);

@@ -16,18 +16,9 @@ namespace {
 enum { kInput = 0, kGain, kSource, kCount };
 
 template <class Pixel>
-struct White;
-template <>
-struct White<PF_Pixel> { static constexpr double value = 255; };
-template <>
-struct White<PF_Pixel16> { static constexpr double value = 32768; };
-template <>
-struct White<PF_PixelFloat> { static constexpr double value = 1; };
-
-template <class Pixel>
 void paint(PF_EffectWorld* out, const PF_EffectWorld* input, double gain, const PF_EffectWorld* source) {
     using Channel = decltype(Pixel{}.red);
-    const double white = White<Pixel>::value;
+    const double white = sizeof(Channel) == 1 ? 255 : sizeof(Channel) == 2 ? 32768 : 1;
     const Channel green = source->data ? reinterpret_cast<const Pixel*>(source->data)->red : Channel(0);
     for (A_long y = 0; y < out->height; ++y) {
         auto* row = reinterpret_cast<Pixel*>(reinterpret_cast<char*>(out->data) + y * out->rowbytes);
