@@ -99,17 +99,5 @@ TEST(PixelWorld, FreeingTracksLiveWorldsAndRefusesStrangers) {
     EXPECT_EQ(worldPixelFormat(foreign), PF_PixelFormat_ARGB32);
 }
 
-TEST(PixelWorld, SerialsAreNeverReused) {
-    OwnedWorld a, b;
-    ASSERT_EQ(a.allocate(2, 2, PF_PixelFormat_ARGB32), PF_Err_NONE);
-    const std::uint64_t first = worldSerial(a.get());
-    const std::uint64_t epoch = worldFreeEpoch();
-    a.reset();
-    EXPECT_NE(worldFreeEpoch(), epoch);
-    ASSERT_EQ(b.allocate(2, 2, PF_PixelFormat_ARGB32), PF_Err_NONE);
-    EXPECT_NE(first, 0u);
-    EXPECT_NE(worldSerial(b.get()), first);
-}
-
 }  // namespace
 }  // namespace host
