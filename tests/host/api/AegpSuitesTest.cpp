@@ -70,14 +70,6 @@ public:
         EXPECT_EQ(reference_leaks(), "");
     }
 
-    ~AegpSuitesTest() override {
-        const std::pair<const char*, int> held[] = {
-            {kAEGPLayerSuite, kAEGPLayerSuiteVersion6}, {kAEGPStreamSuite, kAEGPStreamSuiteVersion4},
-            {kAEGPMemorySuite, kAEGPMemorySuiteVersion1}, {kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1},
-            {kAEGPEffectSuite, kAEGPEffectSuiteVersion3}};
-        for (const auto& [name, version] : held) host.pica_basic()->ReleaseSuite(name, version);
-    }
-
     // Parameter 1: a float slider "Amount" (0..1000, value 5), parameter 2: a layer param.
     void add_params() {
         std::vector<std::string> warnings;
@@ -99,7 +91,7 @@ public:
 
     AEGP_LayerH handle(int id) { return suites.layer_handle(id); }
 
-    // The leak report without the suites this fixture holds for the whole test.
+    // The leak report without the suites, which the fixture holds until the host goes.
     std::string reference_leaks() const {
         std::istringstream all(host.leaks());
         std::string kept;
@@ -265,7 +257,6 @@ TEST_F(AegpSuitesTest, HiddenFlagIsSettableButDisabledIsNot) {
     EXPECT_EQ(flags, 0u);
     streams->AEGP_DisposeStream(s);
     effects->AEGP_DisposeEffect(e);
-    host.pica_basic()->ReleaseSuite(kAEGPDynamicStreamSuite, kAEGPDynamicStreamSuiteVersion4);
 }
 
 TEST_F(AegpSuitesTest, EveryKindOfReferenceLeftUndisposedIsReported) {
@@ -322,7 +313,6 @@ TEST_F(AegpSuitesTest, TimesAndCamerasSeenFromTheEffect) {
     AEGP_CameraType type = 7;
     ASSERT_EQ(cams->AEGP_GetCameraType(handle(light_id), &type), A_Err_NONE);
     EXPECT_EQ(type, static_cast<AEGP_CameraType>(AEGP_CameraType_NONE));
-    host.pica_basic()->ReleaseSuite(kAEGPCameraSuite, kAEGPCameraSuiteVersion2);
     EXPECT_EQ(iface->AEGP_GetEffectLayer(nullptr, &cam), A_Err_PARAMETER);
 }
 
