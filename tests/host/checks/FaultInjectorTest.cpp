@@ -40,31 +40,25 @@ TEST(FaultInjector, CountingRunNamesEveryCallAndNamedFunctionsFailEveryTime) {
     EXPECT_EQ(session.leaks(), "");
 }
 
+// Each call fails by its number in turn. A failed acquisition holds nothing; a world whose
+// disposal failed is reported as a leak, and the host still frees it when the session ends,
+// so a failing module cannot make the host itself leak.
 TEST(FaultInjector, FailsEachCallByNumberInTurn) {
     for (std::uint64_t n = 1; n <= 4; ++n) {
-        host::Host session;
-        session.faults().fail_call(n, PF_Err_OUT_OF_MEMORY);
-        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY) << "call " << n;
-        EXPECT_EQ(session.faults().injected(), 1u) << "call " << n;
-        if (n == 1) {
-            EXPECT_EQ(session.counters().live(host::Resource::Suite), 0) << "a failed acquisition holds nothing";
+        SCOPED_TRACE(n);
+        const std::size_t worlds_before = host::liveWorldCount();
+        {
+            host::Host session;
+            session.faults().fail_call(n, PF_Err_OUT_OF_MEMORY);
+            EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+            EXPECT_EQ(session.faults().injected(), 1u);
+            EXPECT_EQ(session.counters().live(host::Resource::Suite), n == 4 ? 1 : 0);  // only a failed release holds it
+            EXPECT_EQ(session.counters().live(host::Resource::World), n == 3 ? 1 : 0);  // PF_DisposeWorld
+            EXPECT_EQ(session.leaks() != "", n >= 3);
+            EXPECT_EQ(host::liveWorldCount(), worlds_before + (n == 3 ? 1 : 0));
         }
+        EXPECT_EQ(host::liveWorldCount(), worlds_before);
     }
-}
-
-// A world whose disposal failed is reported as a leak, and the host still frees it when the
-// session ends, so a failing module cannot make the host itself leak.
-TEST(FaultInjector, AWorldTheModuleNeverDisposedOfIsReportedThenFreed) {
-    const std::size_t worlds_before = host::liveWorldCount();
-    {
-        host::Host session;
-        session.faults().fail_call(3, PF_Err_OUT_OF_MEMORY);  // PF_DisposeWorld
-        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
-        EXPECT_EQ(session.counters().live(host::Resource::World), 1);
-        EXPECT_NE(session.leaks(), "");
-        EXPECT_EQ(host::liveWorldCount(), worlds_before + 1);
-    }
-    EXPECT_EQ(host::liveWorldCount(), worlds_before);
 }
 
 // Callbacks fail by name; cancelling interrupts abort and progress (iteration: see there).
