@@ -1,5 +1,6 @@
 #include "host/pixels/AreaSampler.h"
 #include "host/pixels/PixelWorld.h"
+#include "support/PixelChannels.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,9 @@
 
 namespace host {
 namespace {
+
+using test_support::Channels;
+using test_support::channels;
 
 constexpr PF_Fixed kOne = 65536;
 constexpr PF_Fixed kHalf = 32768;
@@ -124,25 +128,14 @@ TEST(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
     EXPECT_FLOAT_EQ(alphaAt(0x7fffffff), 0.5f / 256.0f);
 }
 
+// Integer depths round to nearest and clamp (a NaN gives 0); float is neither rounded nor
+// clamped.
 TEST(AreaSampleRounding, IntegerDepthsRoundToNearestAndClamp) {
-    ChannelSample s;
-    s.alpha = 127.5;
-    s.red = 300.0;
-    s.green = -4.0;
-    s.blue = std::nan("");
-    const PF_Pixel p8 = roundToPixel<PF_Pixel>(s);
-    EXPECT_EQ(p8.alpha, 128);
-    EXPECT_EQ(p8.red, 255);
-    EXPECT_EQ(p8.green, 0);
-    EXPECT_EQ(p8.blue, 0);
-    s.red = 40000.0;
-    s.alpha = 16383.49;
-    const PF_Pixel16 p16 = roundToPixel<PF_Pixel16>(s);
-    EXPECT_EQ(p16.alpha, 16383);
-    EXPECT_EQ(p16.red, 32768);
-    const PF_PixelFloat pf = roundToPixel<PF_PixelFloat>(s);
-    EXPECT_EQ(pf.red, 40000.0f) << "float is not clamped";
-    EXPECT_EQ(pf.green, -4.0f);
+    const ChannelSample s{127.5, 300.0, -4.0, std::nan("")};
+    EXPECT_EQ(channels(roundToPixel<PF_Pixel>(s)), (Channels{128, 255, 0, 0}));
+    const ChannelSample deep{16383.49, 40000.0, -4.0, 1.0};
+    EXPECT_EQ(channels(roundToPixel<PF_Pixel16>(deep)), (Channels{16383, 32768, 0, 1}));
+    EXPECT_EQ(channels(roundToPixel<PF_PixelFloat>(deep)), (Channels{float(16383.49), 40000, -4, 1}));
 }
 
 // Straightforward reference: every pixel weighted by its overlap with the box.
@@ -204,10 +197,7 @@ TEST(AreaSampleTable, TinyBoxInAnOpaqueLargeImageKeepsFullPrecision) {
             worldPixel<PF_Pixel>(world.get(), x, y) = PF_Pixel{255, A_u_char(x % 256), A_u_char(y % 256), 77};
     const AreaSampler sampler(world.get(), PF_PixelFormat_ARGB32);
     const ChannelSample s = sampler.boxAverage(598.2, 397.9, 1.0 / 65536, 1.0 / 65536);
-    EXPECT_DOUBLE_EQ(s.alpha, 255.0);
-    EXPECT_DOUBLE_EQ(s.red, 598 % 256);
-    EXPECT_DOUBLE_EQ(s.green, 398 % 256);
-    EXPECT_DOUBLE_EQ(s.blue, 77.0);
+    EXPECT_EQ(channels(s), (Channels{255, 598 % 256, 398 % 256, 77}));
 }
 
 TEST(PointSamplers, NearestPixelRoundsHalfUpAndIsTransparentOutside) {
@@ -219,22 +209,15 @@ TEST(PointSamplers, NearestPixelRoundsHalfUpAndIsTransparentOutside) {
     EXPECT_EQ(nn(-kHalf - 1, 0).alpha, 0) << "left of the world";
     EXPECT_EQ(nn(0, 2 * kOne - kHalf).alpha, 0) << "y = 1.5 is row 2: outside";
     EXPECT_EQ(nn(0, 2 * kOne - kHalf - 1).blue, 200) << "just above y = 1.5 is row 1";
-    const PF_Pixel p = nn(kOne, kOne);
-    EXPECT_EQ(p.alpha, 128);
-    EXPECT_EQ(p.red, 100);
+    EXPECT_EQ(channels(nn(kOne, kOne)), (Channels{128, 100, 100, 100}));
 }
 
 TEST(PointSamplers, BilinearIsAlphaWeighted) {
     OwnedWorld world = makeTestWorld<PF_Pixel>();
     // Half way between opaque green (1,0) and transparent white (2,0).
-    const PF_Pixel mid = bilinearSample<PF_Pixel>(world.get(), 3 * kHalf, 0);
-    EXPECT_EQ(mid.alpha, 128);
-    EXPECT_EQ(mid.red, 0);
-    EXPECT_EQ(mid.green, 200);
+    EXPECT_EQ(channels(bilinearSample<PF_Pixel>(world.get(), 3 * kHalf, 0)), (Channels{128, 0, 200, 0}));
     // Half way past the left edge: half of red (0,0), alpha halves, colour stays.
-    const PF_Pixel edge = bilinearSample<PF_Pixel>(world.get(), -kHalf, 0);
-    EXPECT_EQ(edge.alpha, 128);
-    EXPECT_EQ(edge.red, 200);
+    EXPECT_EQ(channels(bilinearSample<PF_Pixel>(world.get(), -kHalf, 0)), (Channels{128, 200, 0, 0}));
     // A quarter of the way right and down from (0,0): weights .5625 .1875 .1875 .0625.
     const PF_Pixel q = bilinearSample<PF_Pixel>(world.get(), kOne / 4, kOne / 4);
     const double wa = 0.5625 * 255 + 0.1875 * 255 + 0.1875 * 255 + 0.0625 * 128;

@@ -1,5 +1,6 @@
 #include "host/pixels/GeneratedImages.h"
 #include "host/pixels/Image.h"
+#include "support/PixelChannels.h"
 
 #include <gtest/gtest.h>
 
@@ -7,6 +8,9 @@
 
 namespace host {
 namespace {
+
+using test_support::Channels;
+using test_support::channels;
 
 const RGBA kRed{1, 0, 0, 1};
 const RGBA kBlue{0, 0, 1, 1};
@@ -21,23 +25,12 @@ TEST(ImageToWorld, FullResolutionQuantisesEachDepth) {
     ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB64, {}, {}, w16), PF_Err_NONE);
     ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, {}, {}, wf), PF_Err_NONE);
 
-    const PF_Pixel& a8 = worldPixel<PF_Pixel>(w8.get(), 0, 0);
-    EXPECT_EQ(a8.alpha, 255);
-    EXPECT_EQ(a8.red, 51);
-    EXPECT_EQ(a8.green, 128);  // 127.5 rounds up
-    EXPECT_EQ(a8.blue, 255);
-    const PF_Pixel16& a16 = worldPixel<PF_Pixel16>(w16.get(), 0, 0);
-    EXPECT_EQ(a16.alpha, 32768);
-    EXPECT_EQ(a16.green, 16384);
-    const PF_Pixel16& b16 = worldPixel<PF_Pixel16>(w16.get(), 1, 0);
-    EXPECT_EQ(b16.red, 8192);
-    EXPECT_EQ(b16.green, 32768) << "clamped to white";
-    EXPECT_EQ(b16.blue, 0) << "clamped to black";
-    EXPECT_EQ(b16.alpha, 16384) << "colour stays straight; alpha separate";
-    const PF_PixelFloat& bf = worldPixel<PF_PixelFloat>(wf.get(), 1, 0);
-    EXPECT_EQ(bf.green, 1.5f) << "float is not clamped";
-    EXPECT_EQ(bf.blue, -0.5f);
-    EXPECT_EQ(bf.alpha, 0.5f);
+    // 127.5 rounds up; 16 bits clamp to white and black, with alpha kept apart from the straight
+    // colour; float is not clamped.
+    EXPECT_EQ(channels(worldPixel<PF_Pixel>(w8.get(), 0, 0)), (Channels{255, 51, 128, 255}));
+    EXPECT_EQ(channels(worldPixel<PF_Pixel16>(w16.get(), 0, 0)), (Channels{32768, 6554, 16384, 32768}));
+    EXPECT_EQ(channels(worldPixel<PF_Pixel16>(w16.get(), 1, 0)), (Channels{16384, 8192, 32768, 0}));
+    EXPECT_EQ(channels(worldPixel<PF_PixelFloat>(wf.get(), 1, 0)), (Channels{0.5, 0.25, 1.5, -0.5}));
 }
 
 // Reduced worlds are ceil-sized, alpha-weighted box averages of what each pixel covers.
@@ -70,11 +63,9 @@ TEST(ImageToWorld, ReducedResolutionAveragesTheCoveredImage) {
         ASSERT_EQ(imageToWorld(image, PF_PixelFormat_ARGB128, row.downsample, {}, world), PF_Err_NONE);
         ASSERT_EQ(world->width, row.out_width);
         ASSERT_EQ(world->height, 1);
-        const PF_PixelFloat& p = worldPixel<PF_PixelFloat>(world.get(), row.x, 0);
-        EXPECT_FLOAT_EQ(p.alpha, row.want.a);
-        EXPECT_FLOAT_EQ(p.red, row.want.r);
-        EXPECT_FLOAT_EQ(p.green, row.want.g);
-        EXPECT_FLOAT_EQ(p.blue, row.want.b);
+        const Channels got = channels(worldPixel<PF_PixelFloat>(world.get(), row.x, 0));
+        const Channels want{row.want.a, row.want.r, row.want.g, row.want.b};
+        for (int c = 0; c < 4; ++c) EXPECT_FLOAT_EQ(float(got[c]), float(want[c])) << "channel " << c;
     }
     EXPECT_EQ(downsampledExtent(7, 2, 3), 5);  // 14 / 3 = 4.67
     EXPECT_EQ(downsampledExtent(0, 1, 2), 0);
