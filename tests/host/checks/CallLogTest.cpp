@@ -79,7 +79,7 @@ TEST(CallTally, ANewTallyNeverInheritsTheCountsOfAnOldOne) {
     }
 }
 
-TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
+TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesAndSumsFrames) {
     for (const char* name : {"AEGP_GetNewLayerStream", "AEGP_DisposeStream", "AEGP_SetExpression",
                              "AEGP_SetExpressionState", "AEGP_GetStreamName", "AEGP_StartUndoGroup",
                              "AEGP_EndUndoGroup", "AEGP_DisposeEffect"})
@@ -91,17 +91,32 @@ TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
                              "area_sample", "AcquireSuite", ""})
         EXPECT_FALSE(forbiddenOnRenderThread(name)) << name;
 
-    CallTally tally;
-    tally.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
-    const RenderCallLog log = renderCallLog(tally);
-    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeStream", "AEGP_GetNewLayerStream"}));
-    EXPECT_TRUE(find(log.pre_render, "AEGP_GetNewLayerStream")->forbidden);
-    EXPECT_FALSE(find(log.render, "AEGP_GetNewStreamValue")->forbidden);
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue"), 1u);
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewStreamValue"), 0u);
+
+    // Two frames' logs summed by name, in name order, the forbidden calls marked and listed once.
+    CallTally first, second;
+    first.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
+    first.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
+    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
+    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
+    RenderCallLog total;
+    total.add(renderCallLog(first));
+    total.add(renderCallLog(second));
+    EXPECT_EQ(total.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeStream", "AEGP_GetNewLayerStream"}));
+    EXPECT_TRUE(find(total.pre_render, "AEGP_GetNewLayerStream")->forbidden);
+    ASSERT_EQ(total.render.size(), 4u);
+    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
+    EXPECT_TRUE(total.render[0].forbidden);
+    EXPECT_EQ(total.render[0].refused, 1u);
+    EXPECT_EQ(total.render[2].name, "checkout_output");
+    EXPECT_FALSE(total.render[2].forbidden);
+    EXPECT_EQ(total.render[3].name, "iterate_generic");
+    EXPECT_EQ(total.render[3].calls, 2u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_RENDER, "checkout_layer"), 0u);
 }
 
 TEST(CurrentCommand, NestsAndRestoresPerThread) {
@@ -159,27 +174,6 @@ TEST(EntryGate, OnlyStrictRendersRefuseAndInjectedFaultsWin) {
     const CallCount c = scope->context().calls().totals(PF_Cmd_SMART_RENDER).at(0);
     EXPECT_EQ(c.calls, 1u);
     EXPECT_EQ(c.refused, 0u);
-}
-
-TEST(RenderCallLog, AddingFramesSumsByNameAndKeepsTheOrder) {
-    CallTally first, second;
-    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
-    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
-    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
-    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
-    RenderCallLog total;
-    total.add(renderCallLog(first));
-    total.add(renderCallLog(second));
-    ASSERT_EQ(total.render.size(), 3u);
-    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
-    EXPECT_TRUE(total.render[0].forbidden);
-    EXPECT_EQ(total.render[0].refused, 1u);
-    EXPECT_EQ(total.render[1].name, "checkout_output");
-    EXPECT_EQ(total.render[2].name, "iterate_generic");
-    EXPECT_EQ(total.render[2].calls, 2u);
-    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
 }
 
 }  // namespace

@@ -97,7 +97,7 @@ TEST(IterateGeneric, CallsFromTwoThreadsAtOnceKeepTheirOwnIndices) {
     for (Record* r : {&a, &b}) expectEveryIndexOnceOnValidThreads(*r, n, 4);
 }
 
-TEST(IterateGeneric, FirstErrorStopsTheIterationAndIsReturned) {
+TEST(IterateGeneric, FirstErrorOrACancelStopsTheIteration) {
     IterationPool single(1);
     Record r(1000);
     r.fail_at = 500;
@@ -106,6 +106,14 @@ TEST(IterateGeneric, FirstErrorStopsTheIterationAndIsReturned) {
     one_at_a_time.chunk_size = 1;
     EXPECT_EQ(single.iterate(1000, &r, recordCall, one_at_a_time), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(r.calls, 501) << "nothing starts after the failing call";
+    std::atomic<bool> cancel{false};
+    Record cancelled(1000);
+    cancelled.cancel_switch = &cancel;
+    cancelled.cancel_at = 100;
+    IterateOptions cancellable;  // chunks as usual: the switch is checked before every iteration
+    cancellable.cancel = &cancel;
+    EXPECT_EQ(single.iterate(1000, &cancelled, recordCall, cancellable), PF_Interrupt_CANCEL);
+    EXPECT_EQ(cancelled.calls, 101) << "a cancel switch stops it the same way";
 
     IterationPool pool(8);
     const A_long n = 1000000;
@@ -129,18 +137,6 @@ TEST(IterateGeneric, OncePerProcessorRunsEachThreadIndexOnce) {
         expectEveryIndexOnceOnValidThreads(r, threads, threads);
         EXPECT_EQ(r.index_not_thread, 0);
     }
-}
-
-TEST(IterateGeneric, CancelSwitchStopsWithInterrupt) {
-    IterationPool pool(1);
-    std::atomic<bool> cancel{false};
-    Record r(1000);
-    r.cancel_switch = &cancel;
-    r.cancel_at = 100;
-    IterateOptions options;
-    options.cancel = &cancel;
-    EXPECT_EQ(pool.iterate(1000, &r, recordCall, options), PF_Interrupt_CANCEL);
-    EXPECT_EQ(r.calls, 101);
 }
 
 TEST(IterateGeneric, ProgressIsReportedOnTheCallerOnly) {
