@@ -4,6 +4,7 @@
 
 #include <cstdio>
 #include <string>
+#include <tuple>
 
 #include "host/files/ImageIO.h"
 #include "host/session/Session.h"
@@ -118,18 +119,19 @@ TEST(SceneSession, CheckedOutLayerValueNamesItsLayerInsideAndOutsideItsTimeSpan)
 
 TEST(SceneSession, BadParameterValuesAreNamedWithTheirPathAndRange) {
     const std::string path = "scene.json: layers[1].effect.parameters.";
-    EXPECT_EQ(refusal(R"({"Gian": 5})").rfind(path + "Gian: the effect has no parameter named \"Gian\"", 0), 0u)
-        << refusal(R"({"Gian": 5})");
-    EXPECT_NE(refusal(R"({"Gian": 5})").find("\"Gain\", \"Source\""), std::string::npos);
-    const std::string range = refusal(R"({"Gain": 150})");
-    EXPECT_EQ(range.rfind(path + "Gain: ", 0), 0u) << range;
-    EXPECT_NE(range.find("\"Gain\""), std::string::npos) << range;
-    EXPECT_NE(range.find("0 .. 100"), std::string::npos) << range;
-    const std::string key = refusal(R"({"Gain": {"keys": [[0, 10], [1, -1]]}})");
-    EXPECT_EQ(key.rfind(path + "Gain.keys[1]: ", 0), 0u) << key;
-    EXPECT_NE(refusal(R"({"Source": "Nowhere"})").find("no layer named \"Nowhere\""), std::string::npos);
-    EXPECT_NE(refusal(R"({"Gain": "loud"})").find("\"Gain\" expects a number"), std::string::npos);
-    EXPECT_NE(refusal(R"({"Source": 2})").find("expects a layer name or null"), std::string::npos);
+    const std::tuple<const char*, std::string, const char*> rows[] = {  // scene values, start, content
+        {R"({"Gian": 5})", path + "Gian: the effect has no parameter named \"Gian\"", "\"Gain\", \"Source\""},
+        {R"({"Gain": 150})", path + "Gain: ", "\"Gain\": 150 is outside the valid range 0 .. 100"},
+        {R"({"Gain": {"keys": [[0, 10], [1, -1]]}})", path + "Gain.keys[1]: ", ""},
+        {R"({"Source": "Nowhere"})", path, "no layer named \"Nowhere\""},
+        {R"({"Gain": "loud"})", path, "\"Gain\" expects a number"},
+        {R"({"Source": 2})", path, "expects a layer name or null"},
+    };
+    for (const auto& [parameters, starts, says] : rows) {
+        const std::string message = refusal(parameters);
+        EXPECT_EQ(message.rfind(starts, 0), 0u) << message;
+        EXPECT_NE(message.find(says), std::string::npos) << message;
+    }
 }
 
 // A scene file on disk with an image footage layer: the module reads its parameters and the
