@@ -7,6 +7,8 @@
 #include <string>
 #include <utility>
 
+#include <unistd.h>
+
 namespace host {
 namespace {
 
@@ -16,7 +18,8 @@ class ImageFiles : public ::testing::Test {
 protected:
     ImageFiles() {
         dir_ = fs::temp_directory_path() /
-               ("orbivane-pixels-" + std::string(::testing::UnitTest::GetInstance()->current_test_info()->name()));
+               ("orbivane-pixels-" + std::to_string(::getpid()) + "-" +
+                ::testing::UnitTest::GetInstance()->current_test_info()->name());
         fs::remove_all(dir_);
         fs::create_directories(dir_);
     }
