@@ -15,18 +15,16 @@
 
 namespace {
 
-// A 4x3 blue solid carrying the effect.
+// An 8x6 composition with a 4x3 blue solid carrying the effect.
 struct Scene {
     std::shared_ptr<host::Composition> comp = std::make_shared<host::Composition>("Comp", 8, 6, 30.0, 2.0);
-    int effect_layer = add(4, 3, host::Color{1, 0, 0, 1});
-    int add(int width, int height, host::Color color) {
+    int effect_layer = [this] {
         host::Layer layer;
-        layer.kind = host::LayerKind::Solid;
-        layer.source.width = width;
-        layer.source.height = height;
-        layer.source.color = color;
+        layer.source.width = 4;
+        layer.source.height = 3;
+        layer.source.color = host::Color{1, 0, 0, 1};
         return comp->add_layer(layer).id;
-    }
+    }();
 };
 
 class ModuleSession : public ::testing::Test {
