@@ -3,9 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
+
+#include <unistd.h>
 
 namespace host {
 namespace {
@@ -91,7 +93,9 @@ TEST(Scene, LoadsCompositionLayersEffectAndRenderSettings) {
 }
 
 TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
-    std::string dir = ::testing::TempDir();
+    // A folder of this process's own: test runs of other checkouts may read the same name.
+    const std::string dir = ::testing::TempDir() + "orbivane-scene-" + std::to_string(::getpid());
+    std::filesystem::create_directories(dir);
     {
         std::ofstream ppm(dir + "/tiny.ppm", std::ios::binary);
         ppm << "P6\n3 2\n255\n" << std::string(3 * 2 * 3, '\x7f');
@@ -105,7 +109,7 @@ TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
     EXPECT_EQ(src.height, 2);
     EXPECT_EQ(src.name, "tiny.ppm");
     EXPECT_EQ(s.render.times(24), std::vector<double>{0});
-    std::remove((dir + "/tiny.ppm").c_str());
+    std::filesystem::remove_all(dir);
 }
 
 std::string error_of(const std::string& layers, const std::string& extra = "") {
