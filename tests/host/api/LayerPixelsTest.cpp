@@ -50,55 +50,36 @@ constexpr PF_Pixel kWhite{255, 255, 255, 255};
 constexpr PF_Pixel kBlue{255, 0, 0, 255};
 constexpr PF_Pixel kClear{0, 0, 0, 0};
 
+// An 8-bit world row by row: W white, B blue, . clear, ? anything else.
+std::string picture(const Filled& f) {
+    std::string text;
+    for (A_long y = 0; y < f.world->height; ++y) {
+        if (y) text += '|';
+        for (A_long x = 0; x < f.world->width; ++x) {
+            const PF_Pixel p = f.at8(x, y);
+            text += same(p, kWhite) ? 'W' : same(p, kBlue) ? 'B' : same(p, kClear) ? '.' : '?';
+        }
+    }
+    return text;
+}
+
+// Half resolution averages whole 2x2 cells, so they stay pure; a third gives ceil(4/3) = 2
+// pixels, the second covering one source column and row only. One source, three conversions.
 TEST(LayerPixels, GeneratedSourceAtFullAndReducedResolution) {
     LayerPixels pixels;
     const Layer layer = checkerLayer();
-    Filled full(pixels, layer, PF_PixelFormat_ARGB32, 4, 4, 1.0);
-    EXPECT_TRUE(same(full.at8(0, 0), kWhite));
-    EXPECT_TRUE(same(full.at8(1, 1), kWhite));
-    EXPECT_TRUE(same(full.at8(2, 0), kBlue));
-    EXPECT_TRUE(same(full.at8(0, 3), kBlue));
-    EXPECT_TRUE(same(full.at8(3, 3), kWhite));
-    // Half resolution: each world pixel averages one 2x2 cell, so the cells stay pure.
-    Filled half(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 0.5);
-    EXPECT_TRUE(same(half.at8(0, 0), kWhite));
-    EXPECT_TRUE(same(half.at8(1, 0), kBlue));
-    EXPECT_TRUE(same(half.at8(1, 1), kWhite));
-    // A third: ceil(4/3) = 2 pixels; the second covers one source column and row only.
-    Filled third(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 1.0 / 3.0);
-    EXPECT_TRUE(same(third.at8(1, 1), kWhite));  // source pixel (3, 3)
-    EXPECT_EQ(pixels.images_loaded(), 1u);       // one source, three conversions
+    EXPECT_EQ(picture(Filled(pixels, layer, PF_PixelFormat_ARGB32, 4, 4, 1.0)), "WWBB|WWBB|BBWW|BBWW");
+    EXPECT_EQ(picture(Filled(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 0.5)), "WB|BW");
+    EXPECT_EQ(picture(Filled(pixels, layer, PF_PixelFormat_ARGB32, 2, 2, 1.0 / 3.0)), "??|?W");
+    EXPECT_EQ(pixels.images_loaded(), 1u);
 }
 
+// A sub-rect at (2, 3) starts in cell (1, 1) and runs off the source; one at (-1, 2) starts
+// before it.
 TEST(LayerPixels, SubRectStartsAtItsOriginAndIsTransparentBeyondTheSource) {
     LayerPixels pixels;
-    Filled part(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 3, 2, 1.0, 2, 3);
-    EXPECT_TRUE(same(part.at8(0, 0), kWhite));  // source (2, 3): cell (1, 1)
-    EXPECT_TRUE(same(part.at8(1, 0), kWhite));  // source (3, 3)
-    EXPECT_TRUE(same(part.at8(2, 0), kClear));  // source (4, 3): outside
-    EXPECT_TRUE(same(part.at8(0, 1), kClear));  // source (2, 4): outside
-    Filled before(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 2, 1, 1.0, -1, 2);
-    EXPECT_TRUE(same(before.at8(0, 0), kClear));  // source (-1, 2): outside
-    EXPECT_TRUE(same(before.at8(1, 0), kBlue));   // source (0, 2): cell (0, 1)
-}
-
-TEST(LayerPixels, DeepAndFloatWorldsKeepTheSourceValues) {
-    LayerPixels pixels;
-    Layer solid;
-    solid.kind = LayerKind::Solid;
-    solid.source.pattern = GeneratedPattern::Solid;
-    solid.source.width = solid.source.height = 2;
-    solid.source.color = Color{1, 0.25, 0.5, 0.75};
-    Filled deep(pixels, solid, PF_PixelFormat_ARGB64, 2, 2, 1.0);
-    const PF_Pixel16& d = worldPixel<PF_Pixel16>(deep.world.get(), 1, 1);
-    EXPECT_EQ(d.alpha, 32768);
-    EXPECT_EQ(d.red, 8192);
-    EXPECT_EQ(d.green, 16384);
-    EXPECT_EQ(d.blue, 24576);
-    Filled fp(pixels, solid, PF_PixelFormat_ARGB128, 2, 2, 1.0);
-    const PF_PixelFloat& f = worldPixel<PF_PixelFloat>(fp.world.get(), 0, 1);
-    EXPECT_FLOAT_EQ(f.red, 0.25f);
-    EXPECT_FLOAT_EQ(f.blue, 0.75f);
+    EXPECT_EQ(picture(Filled(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 3, 2, 1.0, 2, 3)), "WW.|...");
+    EXPECT_EQ(picture(Filled(pixels, checkerLayer(), PF_PixelFormat_ARGB32, 2, 1, 1.0, -1, 2)), ".B");
 }
 
 TEST(LayerPixels, SolidWithoutASizeCoversItsComposition) {
@@ -110,8 +91,7 @@ TEST(LayerPixels, SolidWithoutASizeCoversItsComposition) {
     EXPECT_TRUE(same(f.at8(63, 47), PF_Pixel{255, 255, 0, 0}));
     Layer camera;
     camera.kind = LayerKind::Camera;
-    Filled none(pixels, camera, PF_PixelFormat_ARGB32, 2, 2, 1.0);
-    EXPECT_TRUE(same(none.at8(1, 1), kClear));  // no pixels of its own
+    EXPECT_EQ(picture(Filled(pixels, camera, PF_PixelFormat_ARGB32, 2, 2, 1.0)), "..|..");  // no pixels of its own
 }
 
 class FileSource : public ::testing::Test {
@@ -140,7 +120,7 @@ TEST_F(FileSource, ReadOnceAndSharedByEveryLayerUsingIt) {
     Filled fb(pixels, b, PF_PixelFormat_ARGB32, 3, 1, 1.0);
     EXPECT_EQ(worldPixel<PF_Pixel16>(fa.world.get(), 0, 0).red, 32768);
     EXPECT_EQ(worldPixel<PF_Pixel16>(fa.world.get(), 1, 0).red, 0);
-    EXPECT_TRUE(same(fb.at8(2, 0), kBlue));
+    EXPECT_EQ(picture(fb), "??B");
     EXPECT_EQ(pixels.images_loaded(), 1u);
 }
 

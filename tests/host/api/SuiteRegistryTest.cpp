@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <utility>
+
 #include "AE_EffectCBSuites.h"
 #include "AE_EffectSuites.h"
 #include "AE_GeneralPlug.h"
@@ -7,37 +9,26 @@
 
 namespace {
 
-TEST(SuiteRegistry, UnknownNameOrVersionIsNotFound) {
+// Core suites are served under their versions, nothing under another name or version.
+TEST(SuiteRegistry, CoreSuitesAreServedUnderTheirVersionsOnly) {
     host::Host session;
     const SPBasicSuite* pica = session.pica_basic();
-    const void* suite = reinterpret_cast<const void*>(0x1);
-    EXPECT_EQ(pica->AcquireSuite("PF No Such Suite", 1, &suite), kSPSuiteNotFoundError);
-    EXPECT_EQ(suite, nullptr);
-    suite = reinterpret_cast<const void*>(0x1);
-    EXPECT_EQ(pica->AcquireSuite(kPFWorldSuite, kPFWorldSuiteVersion1, &suite), kSPSuiteNotFoundError);
-    EXPECT_EQ(suite, nullptr);
-    EXPECT_EQ(pica->ReleaseSuite("PF No Such Suite", 1), kSPSuiteNotFoundError);
-    EXPECT_EQ(session.leaks(), "");
-}
-
-TEST(SuiteRegistry, CoreSuitesAreServedUnderTheirVersions) {
-    host::Host session;
-    const SPBasicSuite* pica = session.pica_basic();
-    const struct {
-        const char* name;
-        int32 version;
-    } expected[] = {{kPFWorldSuite, kPFWorldSuiteVersion2},
-                    {kPFSampling8Suite, kPFSampling8SuiteVersion1},
-                    {kPFSampling16Suite, kPFSampling16SuiteVersion1},
-                    {kPFSamplingFloatSuite, kPFSamplingFloatSuiteVersion1},
-                    {kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3},
-                    {kAEGPUtilitySuite, kAEGPUtilitySuiteVersion5}};
-    for (const auto& e : expected) {
+    const std::pair<const char*, int32> expected[] = {
+        {kPFWorldSuite, kPFWorldSuiteVersion2},         {kPFSampling8Suite, kPFSampling8SuiteVersion1},
+        {kPFSampling16Suite, kPFSampling16SuiteVersion1}, {kPFSamplingFloatSuite, kPFSamplingFloatSuiteVersion1},
+        {kPFParamUtilsSuite, kPFParamUtilsSuiteVersion3}, {kAEGPUtilitySuite, kAEGPUtilitySuiteVersion5}};
+    for (const auto& [name, version] : expected) {
         const void* suite = nullptr;
-        EXPECT_EQ(pica->AcquireSuite(e.name, e.version, &suite), 0) << e.name;
-        EXPECT_NE(suite, nullptr) << e.name;
-        EXPECT_EQ(pica->ReleaseSuite(e.name, e.version), 0) << e.name;
+        EXPECT_EQ(pica->AcquireSuite(name, version, &suite), 0) << name;
+        EXPECT_NE(suite, nullptr) << name;
+        EXPECT_EQ(pica->ReleaseSuite(name, version), 0) << name;
     }
+    for (const auto& [name, version] : {std::pair{"PF No Such Suite", 1}, std::pair{kPFWorldSuite, 1}}) {
+        const void* suite = reinterpret_cast<const void*>(0x1);
+        EXPECT_EQ(pica->AcquireSuite(name, version, &suite), kSPSuiteNotFoundError) << name;
+        EXPECT_EQ(suite, nullptr);
+    }
+    EXPECT_EQ(pica->ReleaseSuite("PF No Such Suite", 1), kSPSuiteNotFoundError);
     EXPECT_EQ(session.leaks(), "");
 }
 
@@ -54,17 +45,6 @@ TEST(SuiteRegistry, UnreleasedSuiteIsReportedByName) {
     // A release without an acquisition is an error, and a problem in the report.
     EXPECT_NE(pica->ReleaseSuite(kPFWorldSuite, kPFWorldSuiteVersion2), 0);
     EXPECT_NE(session.leaks().find("not held"), std::string::npos);
-}
-
-TEST(SuiteRegistry, OtherPartsCanRegisterTables) {
-    host::Host session;
-    static const int table = 42;
-    session.registry().add("AEGP Test Suite", 7, &table);
-    const void* suite = nullptr;
-    ASSERT_EQ(session.pica_basic()->AcquireSuite("AEGP Test Suite", 7, &suite), 0);
-    EXPECT_EQ(suite, &table);
-    EXPECT_EQ(session.pica_basic()->AcquireSuite("AEGP Test Suite", 8, &suite), kSPSuiteNotFoundError);
-    session.pica_basic()->ReleaseSuite("AEGP Test Suite", 7);
 }
 
 }  // namespace

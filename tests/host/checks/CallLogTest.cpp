@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <string>
 #include <thread>
 #include <vector>
@@ -23,39 +22,28 @@ const CallCount* find(const std::vector<CallCount>& counts, const std::string& n
     return nullptr;
 }
 
+// Counts per command and name, sorted by name; equal names given by different pointers are
+// one name.
 TEST(CallTally, CountsEachNameSeparatelyPerCommand) {
     CallTally tally;
+    const char first[] = "area_sample";
+    const char second[] = "area_sample";
     tally.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
-    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
-    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
+    tally.count(PF_Cmd_SMART_RENDER, first);
     tally.count(PF_Cmd_SMART_RENDER, "checkout_output");
-    tally.count(PF_Cmd_SMART_RENDER, "area_sample");
-
+    tally.count(PF_Cmd_SMART_RENDER, second);
+    tally.refuse(PF_Cmd_SMART_RENDER, second);
     const std::vector<CallCount> pre = tally.totals(PF_Cmd_SMART_PRE_RENDER);
     ASSERT_EQ(pre.size(), 1u);
     EXPECT_EQ(pre[0].name, "checkout_layer");
-    EXPECT_EQ(pre[0].calls, 1u);
     const std::vector<CallCount> render = tally.totals(PF_Cmd_SMART_RENDER);
-    ASSERT_EQ(render.size(), 2u);  // sorted by name
+    ASSERT_EQ(render.size(), 2u);
     EXPECT_EQ(render[0].name, "area_sample");
-    EXPECT_EQ(render[0].calls, 3u);
+    EXPECT_EQ(render[0].calls, 2u);
+    EXPECT_EQ(render[0].refused, 1u);
     EXPECT_EQ(render[1].name, "checkout_output");
     EXPECT_EQ(render[1].calls, 1u);
     EXPECT_TRUE(tally.totals(PF_Cmd_UPDATE_PARAMS_UI).empty());
-}
-
-TEST(CallTally, MergesNamesGivenByDifferentPointersToTheSameText) {
-    CallTally tally;
-    const char first[] = "host_lock_handle";
-    const char second[] = "host_lock_handle";
-    ASSERT_NE(static_cast<const void*>(first), static_cast<const void*>(second));
-    tally.count(PF_Cmd_SMART_RENDER, first);
-    tally.count(PF_Cmd_SMART_RENDER, second);
-    tally.refuse(PF_Cmd_SMART_RENDER, second);
-    const std::vector<CallCount> render = tally.totals(PF_Cmd_SMART_RENDER);
-    ASSERT_EQ(render.size(), 1u);
-    EXPECT_EQ(render[0].calls, 2u);
-    EXPECT_EQ(render[0].refused, 1u);
 }
 
 // Eight threads counting at once, switching between two tallies as iteration workers switch
@@ -90,7 +78,7 @@ TEST(CallTally, ANewTallyNeverInheritsTheCountsOfAnOldOne) {
     }
 }
 
-TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
+TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesAndSumsFrames) {
     for (const char* name : {"AEGP_GetNewLayerStream", "AEGP_DisposeStream", "AEGP_SetExpression",
                              "AEGP_SetExpressionState", "AEGP_GetStreamName", "AEGP_StartUndoGroup",
                              "AEGP_EndUndoGroup", "AEGP_DisposeEffect"})
@@ -102,17 +90,49 @@ TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesOnRenderThreads) {
                              "area_sample", "AcquireSuite", ""})
         EXPECT_FALSE(forbiddenOnRenderThread(name)) << name;
 
-    CallTally tally;
-    tally.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue");
-    tally.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
-    const RenderCallLog log = renderCallLog(tally);
-    EXPECT_EQ(log.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeStream", "AEGP_GetNewLayerStream"}));
-    EXPECT_TRUE(find(log.pre_render, "AEGP_GetNewLayerStream")->forbidden);
-    EXPECT_FALSE(find(log.render, "AEGP_GetNewStreamValue")->forbidden);
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_RENDER, "AEGP_GetNewStreamValue"), 1u);
-    EXPECT_EQ(log.calls(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewStreamValue"), 0u);
+
+    // Two frames' logs summed by name, in name order, the forbidden calls marked and listed once.
+    CallTally first, second;
+    first.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
+    first.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
+    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
+    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
+    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
+    RenderCallLog total;
+    total.add(renderCallLog(first));
+    total.add(renderCallLog(second));
+    EXPECT_EQ(total.forbidden_calls(), (std::vector<std::string>{"AEGP_DisposeStream", "AEGP_GetNewLayerStream"}));
+    EXPECT_TRUE(find(total.pre_render, "AEGP_GetNewLayerStream")->forbidden);
+    ASSERT_EQ(total.render.size(), 4u);
+    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
+    EXPECT_TRUE(total.render[0].forbidden);
+    EXPECT_EQ(total.render[0].refused, 1u);
+    EXPECT_EQ(total.render[2].name, "checkout_output");
+    EXPECT_FALSE(total.render[2].forbidden);
+    EXPECT_EQ(total.render[3].name, "iterate_generic");
+    EXPECT_EQ(total.render[3].calls, 2u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
+    EXPECT_EQ(total.calls(PF_Cmd_SMART_RENDER, "checkout_layer"), 0u);
+}
+
+TEST(CurrentCommand, NestsAndRestoresPerThread) {
+    CallContext outer, inner;
+    EXPECT_EQ(CallContext::current(), nullptr);
+    {
+        CurrentCommand a(&outer);
+        {
+            CurrentCommand b(&inner);
+            EXPECT_EQ(CallContext::current(), &inner);
+            CallContext* seen_elsewhere = &inner;
+            std::thread([&] { seen_elsewhere = CallContext::current(); }).join();
+            EXPECT_EQ(seen_elsewhere, nullptr);  // another thread runs no command
+        }
+        EXPECT_EQ(CallContext::current(), &outer);
+    }
+    EXPECT_EQ(CallContext::current(), nullptr);
 }
 
 // Every entry point passes the gate, which logs it in the running command and, in strict
@@ -135,20 +155,17 @@ TEST(EntryGate, StrictModeRefusesExactlyTheMarkedNamesDuringARender) {
     for (const CallCount& c : logged) EXPECT_EQ(c.refused, forbiddenOnRenderThread(c.name) ? 1u : 0u) << c.name;
 }
 
-TEST(EntryGate, OutsideARenderOrWithoutStrictModeNothingIsRefused) {
+// Outside a render or without strict mode nothing is refused. An injected fault comes first:
+// the call is logged, fails with the injected error and is not counted as refused.
+TEST(EntryGate, OnlyStrictRendersRefuseAndInjectedFaultsWin) {
     {
         Host session(strict());
         EXPECT_EQ(HOST_FAULT_POINT("AEGP_GetNewLayerStream"), A_Err_NONE);  // no command running
     }
     Host lenient;
-    auto scope = lenient.render_scope();
+    auto lenient_scope = lenient.render_scope();
     EXPECT_EQ(HOST_FAULT_POINT("AEGP_GetNewLayerStream"), A_Err_NONE);
-    EXPECT_EQ(scope->context().calls().totals(PF_Cmd_SMART_RENDER).at(0).calls, 1u);
-}
-
-// An injected fault comes first: the call is logged, fails with the injected error and is not
-// counted as refused.
-TEST(EntryGate, InjectedFaultsWinOverTheStrictRule) {
+    lenient_scope.reset();
     Host session(strict());
     session.faults().fail_every("AEGP_DisposeStream", A_Err_ALLOC);
     auto scope = session.render_scope();
@@ -156,27 +173,6 @@ TEST(EntryGate, InjectedFaultsWinOverTheStrictRule) {
     const CallCount c = scope->context().calls().totals(PF_Cmd_SMART_RENDER).at(0);
     EXPECT_EQ(c.calls, 1u);
     EXPECT_EQ(c.refused, 0u);
-}
-
-TEST(RenderCallLog, AddingFramesSumsByNameAndKeepsTheOrder) {
-    CallTally first, second;
-    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
-    first.count(PF_Cmd_SMART_RENDER, "checkout_output");
-    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
-    second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
-    second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
-    RenderCallLog total;
-    total.add(renderCallLog(first));
-    total.add(renderCallLog(second));
-    ASSERT_EQ(total.render.size(), 3u);
-    EXPECT_EQ(total.render[0].name, "AEGP_DisposeStream");
-    EXPECT_TRUE(total.render[0].forbidden);
-    EXPECT_EQ(total.render[0].refused, 1u);
-    EXPECT_EQ(total.render[1].name, "checkout_output");
-    EXPECT_EQ(total.render[2].name, "iterate_generic");
-    EXPECT_EQ(total.render[2].calls, 2u);
-    EXPECT_EQ(total.calls(PF_Cmd_SMART_PRE_RENDER, "checkout_layer"), 1u);
 }
 
 }  // namespace

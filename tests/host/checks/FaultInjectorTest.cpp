@@ -24,50 +24,41 @@ PF_Err makeAndDisposeWorld(host::Host& session) {
     return err ? err : release_err;
 }
 
-TEST(FaultInjector, CountingRunNamesEveryCall) {
+// A counting run names every call; failing a function by name fails each of its calls, and
+// the suite is still released.
+TEST(FaultInjector, CountingRunNamesEveryCallAndNamedFunctionsFailEveryTime) {
     host::Host session;
     session.faults().set_recording(true);
     ASSERT_EQ(makeAndDisposeWorld(session), PF_Err_NONE);
     EXPECT_EQ(session.faults().calls(), 4u);
     const std::vector<std::string> expected{"AcquireSuite", "PF_NewWorld", "PF_DisposeWorld", "ReleaseSuite"};
     EXPECT_EQ(session.faults().recorded_calls(), expected);
-    EXPECT_EQ(session.leaks(), "");
-}
-
-TEST(FaultInjector, FailsEachCallByNumberInTurn) {
-    for (std::uint64_t n = 1; n <= 4; ++n) {
-        host::Host session;
-        session.faults().fail_call(n, PF_Err_OUT_OF_MEMORY);
-        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY) << "call " << n;
-        EXPECT_EQ(session.faults().injected(), 1u) << "call " << n;
-        if (n == 1) {
-            EXPECT_EQ(session.counters().live(host::Resource::Suite), 0) << "a failed acquisition holds nothing";
-        }
-    }
-}
-
-// A world whose disposal failed is reported as a leak, and the host still frees it when the
-// session ends, so a failing module cannot make the host itself leak.
-TEST(FaultInjector, AWorldTheModuleNeverDisposedOfIsReportedThenFreed) {
-    const std::size_t worlds_before = host::liveWorldCount();
-    {
-        host::Host session;
-        session.faults().fail_call(3, PF_Err_OUT_OF_MEMORY);  // PF_DisposeWorld
-        EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
-        EXPECT_EQ(session.counters().live(host::Resource::World), 1);
-        EXPECT_NE(session.leaks(), "");
-        EXPECT_EQ(host::liveWorldCount(), worlds_before + 1);
-    }
-    EXPECT_EQ(host::liveWorldCount(), worlds_before);
-}
-
-TEST(FaultInjector, FailsEveryCallOfANamedFunction) {
-    host::Host session;
     session.faults().fail_every("PF_NewWorld", PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
     EXPECT_EQ(session.faults().injected(), 2u);
-    EXPECT_EQ(session.leaks(), "");  // the suite was still released
+    EXPECT_EQ(session.leaks(), "");
+}
+
+// Each call fails by its number in turn. A failed acquisition holds nothing; a world whose
+// disposal failed is reported as a leak, and the host still frees it when the session ends,
+// so a failing module cannot make the host itself leak.
+TEST(FaultInjector, FailsEachCallByNumberInTurn) {
+    for (std::uint64_t n = 1; n <= 4; ++n) {
+        SCOPED_TRACE(n);
+        const std::size_t worlds_before = host::liveWorldCount();
+        {
+            host::Host session;
+            session.faults().fail_call(n, PF_Err_OUT_OF_MEMORY);
+            EXPECT_EQ(makeAndDisposeWorld(session), PF_Err_OUT_OF_MEMORY);
+            EXPECT_EQ(session.faults().injected(), 1u);
+            EXPECT_EQ(session.counters().live(host::Resource::Suite), n == 4 ? 1 : 0);  // only a failed release holds it
+            EXPECT_EQ(session.counters().live(host::Resource::World), n == 3 ? 1 : 0);  // PF_DisposeWorld
+            EXPECT_EQ(session.leaks() != "", n >= 3);
+            EXPECT_EQ(host::liveWorldCount(), worlds_before + (n == 3 ? 1 : 0));
+        }
+        EXPECT_EQ(host::liveWorldCount(), worlds_before);
+    }
 }
 
 // Callbacks fail by name; cancelling interrupts abort and progress (iteration: see there).
@@ -103,33 +94,24 @@ TEST_F(FaultNumbering, CountsCallsFromEveryThreadWhileNothingIsArmed) {
     EXPECT_EQ(faults.calls(), 4005u);
 }
 
-TEST_F(FaultNumbering, RuleArmedLaterCountsOnFromTheCallsMadeBefore) {
-    callTimes(5);
-    faults.fail_call(faults.calls() + 2, PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(faults.hit("sixth"), 0);
-    EXPECT_EQ(faults.hit("seventh"), PF_Err_OUT_OF_MEMORY);
-    EXPECT_EQ(faults.hit("eighth"), 0);
-    EXPECT_EQ(faults.calls(), 8u);
-    EXPECT_EQ(faults.injected(), 1u);
-}
-
-TEST_F(FaultNumbering, NumbersRunOnAcrossArmedAndUnarmedStretches) {
+// A rule armed later counts on from the calls made before, across recorded and unrecorded
+// stretches; reset disarms and restarts the numbering.
+TEST_F(FaultNumbering, NumbersRunOnAcrossArmedAndUnarmedStretchesUntilReset) {
     faults.set_recording(true);
     callTimes(2);
     faults.set_recording(false);
     callTimes(3);
     EXPECT_EQ(faults.calls(), 5u);
     faults.set_recording(true);
-    faults.fail_call(7, PF_Err_INTERNAL_STRUCT_DAMAGED);
+    faults.fail_call(faults.calls() + 2, PF_Err_INTERNAL_STRUCT_DAMAGED);
     EXPECT_EQ(faults.hit("sixth"), 0);
     EXPECT_EQ(faults.hit("seventh"), PF_Err_INTERNAL_STRUCT_DAMAGED);
-    EXPECT_EQ(faults.recorded_calls(), (std::vector<std::string>{"x", "x", "sixth", "seventh"}));
-}
-
-// Reset drops the armed rules and restarts the numbering, also after unarmed calls.
-TEST_F(FaultNumbering, ResetRestartsTheNumberingAndDisarms) {
-    faults.fail_call(1, PF_Err_OUT_OF_MEMORY);
+    EXPECT_EQ(faults.hit("eighth"), 0);
+    EXPECT_EQ(faults.injected(), 1u);
+    EXPECT_EQ(faults.recorded_calls(), (std::vector<std::string>{"x", "x", "sixth", "seventh", "eighth"}));
+    faults.fail_call(9, PF_Err_OUT_OF_MEMORY);
     faults.reset();
+    faults.set_recording(false);
     callTimes(3);
     faults.reset();
     EXPECT_EQ(faults.calls(), 0u);

@@ -48,12 +48,12 @@ PF_ParamDef with(PF_ParamDef def, void (*change)(PF_ParamDef&)) {
     return def;
 }
 
-PF_ParamDef fixedSlider(PF_Fixed lo, PF_Fixed hi) {
-    PF_ParamDef def{};
-    def.param_type = PF_Param_FIX_SLIDER;
-    std::strcpy(def.PF_DEF_NAME, "Fixed");
-    def.u.fd.valid_min = lo;
-    def.u.fd.valid_max = def.u.fd.dephault = hi;
+// A fixed slider shown over its whole valid range.
+PF_ParamDef fixedSlider(PF_Fixed lo, PF_Fixed hi, PF_Fixed dflt) {
+    PF_ParamDef def = group(PF_Param_FIX_SLIDER, 1);
+    def.u.fd.valid_min = def.u.fd.slider_min = lo;
+    def.u.fd.valid_max = def.u.fd.slider_max = hi;
+    def.u.fd.dephault = dflt;
     return def;
 }
 
@@ -72,7 +72,7 @@ TEST_F(ParamValidation, RefusesMalformedDefinitionsAndAcceptsTheirBoundaries) {
          PF_Err_BAD_CALLBACK_PARAM},
         {"group end without a start", group(PF_Param_GROUP_END, 1), PF_Err_BAD_CALLBACK_PARAM},
         {"inverted slider range", slider("Inverted", 1, 10, 0, 5), PF_Err_BAD_CALLBACK_PARAM},
-        {"inverted fixed range", fixedSlider(2 << 16, 1 << 16), PF_Err_BAD_CALLBACK_PARAM},
+        {"inverted fixed range", fixedSlider(2 << 16, 1 << 16, 1 << 16), PF_Err_BAD_CALLBACK_PARAM},
         {"unsupervised button", group(PF_Param_BUTTON, 1), PF_Err_BAD_CALLBACK_PARAM},
         {"layer using the value for old projects",
          with(group(PF_Param_LAYER, 2), [](PF_ParamDef& d) { d.flags = PF_ParamFlag_USE_VALUE_FOR_OLD_PROJECTS; }),
@@ -97,7 +97,7 @@ TEST_F(ParamValidation, RefusesMalformedDefinitionsAndAcceptsTheirBoundaries) {
              std::memset(d.PF_DEF_NAME, 'n', sizeof d.PF_DEF_NAME);
              d.PF_DEF_NAME[31] = '\0';
          })},
-        {"equal bounds: a single-valued range", fixedSlider(2 << 16, 2 << 16)},
+        {"equal bounds: a single-valued range", fixedSlider(2 << 16, 2 << 16, 2 << 16)},
         {"supervised button", with(group(PF_Param_BUTTON, 2), [](PF_ParamDef& d) { d.flags = PF_ParamFlag_SUPERVISE; })},
         {"supervised standard-control-only slider", with(slider("Std", 3, 0, 1, 0), [](PF_ParamDef& d) {
              d.ui_flags = PF_PUI_STD_CONTROL_ONLY;
@@ -112,18 +112,20 @@ TEST_F(ParamValidation, RefusesAGroupNeverClosed) {
     EXPECT_NE(store.finish_setup(2, warnings), "");
 }
 
-TEST_F(ParamValidation, DuplicateIdsAreOnlyWarned) {
+TEST_F(ParamValidation, DuplicateIdsAndDefaultsOutsideTheRangeAreOnlyWarned) {
     EXPECT_EQ(add(slider("A", 32, 0, 1, 0)), PF_Err_NONE);
-    EXPECT_EQ(add(slider("B", 32, 0, 1, 0)), PF_Err_NONE);
-    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_EQ(add(slider("B", 32, 0, 10, 11)), PF_Err_NONE);
+    ASSERT_EQ(warnings.size(), 2u);
     EXPECT_NE(warnings[0].find("reuses disk id 32"), std::string::npos) << warnings[0];
+    EXPECT_NE(warnings[1].find("default"), std::string::npos) << warnings[1];
     EXPECT_EQ(store.finish_setup(3, warnings), "");
 }
 
-TEST_F(ParamValidation, DefaultOutsideTheValidRangeIsOnlyWarned) {
-    EXPECT_EQ(add(slider("Wide", 1, 0, 10, 11)), PF_Err_NONE);
-    ASSERT_EQ(warnings.size(), 1u);
-    EXPECT_NE(warnings[0].find("default"), std::string::npos);
+TEST_F(ParamValidation, ParamsAppendInOrderAndTheCountMustMatch) {
+    EXPECT_EQ(store.add(5, slider("A", 1, 0, 1, 0), warnings), PF_Err_INVALID_CALLBACK);
+    EXPECT_EQ(store.add(1, slider("A", 1, 0, 1, 0), warnings), PF_Err_NONE);
+    EXPECT_NE(store.finish_setup(1, warnings), "");  // forgot the input layer
+    EXPECT_EQ(add(slider("Late", 2, 0, 1, 0)), PF_Err_INVALID_CALLBACK) << "added after the setup";
 }
 
 TEST_F(ParamValidation, CheckboxesNeverInterpolate) {
@@ -134,32 +136,10 @@ TEST_F(ParamValidation, CheckboxesNeverInterpolate) {
     EXPECT_STREQ(store.def(1).u.bd.u.PF_DEF_NAMEPTR, "On");
 }
 
-TEST_F(ParamValidation, ParamCountMustMatchTheAdds) {
-    EXPECT_EQ(add(slider("A", 1, 0, 1, 0)), PF_Err_NONE);
-    EXPECT_NE(store.finish_setup(1, warnings), "");  // forgot the input layer
-}
-
-TEST_F(ParamValidation, AddAfterSetupIsAnInvalidCallback) {
-    EXPECT_EQ(store.finish_setup(1, warnings), "");
-    EXPECT_EQ(add(slider("Late", 1, 0, 1, 0)), PF_Err_INVALID_CALLBACK);
-}
-
-TEST_F(ParamValidation, IndexMustAppend) {
-    EXPECT_EQ(store.add(5, slider("A", 1, 0, 1, 0), warnings), PF_Err_INVALID_CALLBACK);
-    EXPECT_EQ(store.add(1, slider("A", 1, 0, 1, 0), warnings), PF_Err_NONE);
-}
-
 // Values: what the module receives for what the user set.
 TEST_F(ParamValidation, ValuesArriveInTheModulesUnits) {
-    PF_ParamDef fixed{};
-    fixed.param_type = PF_Param_FIX_SLIDER;
-    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
-    fixed.u.fd.valid_min = -(100 << 16);
-    fixed.u.fd.valid_max = 100 << 16;
-    ASSERT_EQ(add(fixed), PF_Err_NONE);
-    PF_ParamDef point{};
-    point.param_type = PF_Param_POINT;
-    std::strcpy(point.PF_DEF_NAME, "Centre");
+    ASSERT_EQ(add(fixedSlider(-(100 << 16), 100 << 16, 0)), PF_Err_NONE);
+    PF_ParamDef point = group(PF_Param_POINT, 2);
     point.u.td.x_dephault = 50 << 16;  // percent of the layer
     point.u.td.y_dephault = 25 << 16;
     ASSERT_EQ(add(point), PF_Err_NONE);
@@ -186,17 +166,8 @@ TEST_F(ParamValidation, ValuesArriveInTheModulesUnits) {
 // PF_UpdateParamUI may move a slider's shown range and precision, never its valid range or
 // default.
 TEST_F(ParamValidation, UiUpdateChangesOnlyTheShownRangeOfFixedAndFloatSliders) {
-    PF_ParamDef fixed{};
-    fixed.param_type = PF_Param_FIX_SLIDER;
-    std::strcpy(fixed.PF_DEF_NAME, "Fixed");
-    fixed.u.fd.valid_min = fixed.u.fd.slider_min = 0;
-    fixed.u.fd.valid_max = fixed.u.fd.slider_max = 100 << 16;
-    fixed.u.fd.dephault = 10 << 16;
-    ASSERT_EQ(add(fixed), PF_Err_NONE);
-    PF_ParamDef floating{};
-    floating.param_type = PF_Param_FLOAT_SLIDER;
-    std::strcpy(floating.PF_DEF_NAME, "Float");
-    floating.u.fs_d.valid_min = floating.u.fs_d.slider_min = 0;
+    ASSERT_EQ(add(fixedSlider(0, 100 << 16, 10 << 16)), PF_Err_NONE);
+    PF_ParamDef floating = group(PF_Param_FLOAT_SLIDER, 2);
     floating.u.fs_d.valid_max = floating.u.fs_d.slider_max = 100;
     floating.u.fs_d.dephault = 10;
     ASSERT_EQ(add(floating), PF_Err_NONE);
@@ -218,20 +189,13 @@ TEST_F(ParamValidation, UiUpdateChangesOnlyTheShownRangeOfFixedAndFloatSliders) 
     EXPECT_EQ(fd.valid_max, 100 << 16);
     EXPECT_EQ(fd.dephault, 10 << 16);
 
+    // The float slider shares the rule: its shown range moves, its valid range stays.
     PF_ParamDef float_ui = store.def(2);
-    float_ui.u.fs_d.slider_min = 1;
     float_ui.u.fs_d.slider_max = 20;
-    float_ui.u.fs_d.precision = 3;
-    float_ui.u.fs_d.display_flags = PF_ValueDisplayFlag_PERCENT;
-    float_ui.u.fs_d.valid_min = -1;  // not changeable
+    float_ui.u.fs_d.valid_min = -1;
     ASSERT_EQ(store.update_ui(2, float_ui), PF_Err_NONE);
-    const PF_FloatSliderDef& fs = store.def(2).u.fs_d;
-    EXPECT_EQ(fs.slider_min, 1);
-    EXPECT_EQ(fs.slider_max, 20);
-    EXPECT_EQ(fs.precision, 3);
-    EXPECT_EQ(fs.display_flags, PF_ValueDisplayFlag_PERCENT);
-    EXPECT_EQ(fs.valid_min, 0);
-    EXPECT_EQ(fs.dephault, 10);
+    EXPECT_EQ(store.def(2).u.fs_d.slider_max, 20);
+    EXPECT_EQ(store.def(2).u.fs_d.valid_min, 0);
 }
 
 }  // namespace

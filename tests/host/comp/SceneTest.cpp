@@ -1,13 +1,13 @@
 // Scene files: a complete scene and the messages for bad ones.
 #include "host/comp/Scene.h"
 
-#include "host/comp/Transform.h"
-
 #include <gtest/gtest.h>
 
-#include <cstdio>
+#include <filesystem>
 #include <fstream>
 #include <string>
+
+#include <unistd.h>
 
 namespace host {
 namespace {
@@ -93,7 +93,9 @@ TEST(Scene, LoadsCompositionLayersEffectAndRenderSettings) {
 }
 
 TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
-    std::string dir = ::testing::TempDir();
+    // A folder of this process's own: test runs of other checkouts may read the same name.
+    const std::string dir = ::testing::TempDir() + "orbivane-scene-" + std::to_string(::getpid());
+    std::filesystem::create_directories(dir);
     {
         std::ofstream ppm(dir + "/tiny.ppm", std::ios::binary);
         ppm << "P6\n3 2\n255\n" << std::string(3 * 2 * 3, '\x7f');
@@ -107,7 +109,7 @@ TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
     EXPECT_EQ(src.height, 2);
     EXPECT_EQ(src.name, "tiny.ppm");
     EXPECT_EQ(s.render.times(24), std::vector<double>{0});
-    std::remove((dir + "/tiny.ppm").c_str());
+    std::filesystem::remove_all(dir);
 }
 
 std::string error_of(const std::string& layers, const std::string& extra = "") {
@@ -160,17 +162,6 @@ TEST(BadScene, InvalidJsonAndMissingFilesNameTheFile) {
     } catch (const SceneError& e) {
         EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
     }
-}
-
-TEST(Scene, KeyframedTransformMovesTheLayerInWorldSpace) {
-    Scene s = parse_scene(R"({"composition": {"width": 100, "height": 100, "frame_rate": 10, "duration": 2},
-        "layers": [{"type": "null", "name": "N", "3d": true,
-                    "transform": {"anchor": [0, 0, 0], "position": {"keys": [[0, [0, 0, 0]], [2, [20, 0, 40]]]}},
-                    "effect": {}}]})", "s.json", "");
-    const Composition& c = *s.composition;
-    Vec3 p = layer_to_world(c, c.layer(0), 1.0).transform_point({0, 0, 0});
-    EXPECT_DOUBLE_EQ(p.x, 10);
-    EXPECT_DOUBLE_EQ(p.z, 20);
 }
 
 }  // namespace

@@ -17,20 +17,16 @@ void expect_point(const Vec3& actual, double x, double y, double z) {
     EXPECT_NEAR(actual.z, z, kTol);
 }
 
-Layer solid3d() {
+Layer of(LayerKind kind, bool is_3d = true) {
     Layer l;
-    l.kind = LayerKind::Solid;
-    l.is_3d = true;
+    l.kind = kind;
+    l.is_3d = is_3d;
     l.source.width = 100;
     l.source.height = 100;
     return l;
 }
-
-Layer camera() {
-    Layer l;
-    l.kind = LayerKind::Camera;
-    return l;
-}
+Layer solid3d() { return of(LayerKind::Solid); }
+Layer camera() { return of(LayerKind::Camera); }
 
 Composition comp640() { return Composition("Comp", 640, 360, 30, 10); }
 
@@ -44,6 +40,9 @@ struct Row {
 };
 
 TEST(LayerToWorld, SingleLayersMapPointsAsWorkedOutByHand) {
+    const double kH = std::sqrt(0.5);
+    auto aimRight = [](LayerTransform& x) { x.position = Vec3{320, 180, -500}; x.point_of_interest = Vec3{820, 180, 0}; };
+    auto lookUp = [](LayerTransform& x) { x.point_of_interest = Vec3{0, -3, 4}; };
     const Row rows[] = {
         // (0,0) - anchor = (-50,-50) -> scaled (-100,-25) -> + position.
         {"anchor, scale, position in that order", solid3d(),
@@ -74,6 +73,17 @@ TEST(LayerToWorld, SingleLayersMapPointsAsWorkedOutByHand) {
          [](LayerTransform& x) { x.point_of_interest = Vec3{10, 0, 0}; x.rotation_z = 90.0; }, 0, {0, 0, 1}, {1, 0, 0}},
         {"coincident target leaves the camera unrotated", camera(),
          [](LayerTransform& x) { x.position = Vec3{3, 3, 3}; x.point_of_interest = Vec3{3, 3, 3}; }, 0, {0, 0, 1}, {3, 3, 4}},
+        {"2D layer ignores z and x/y rotation", of(LayerKind::Solid, false),
+         [](LayerTransform& x) { x.position = Vec3{10, 20, 500}; x.rotation_x = 45.0; x.scale = Vec3{100, 100, 300}; },
+         0, {1, 1, 1}, {11, 21, 1}},
+        // Auto-orient aims local z at the target (45 degrees to the right); yaw without roll
+        // keeps x horizontal: x -> (c, 0, -s).
+        {"auto-orient aims z at the target", camera(), aimRight, 0, {0, 0, 1}, {320 + kH, 180, -500 + kH}},
+        {"auto-orient keeps x level", camera(), aimRight, 0, {1, 0, 0}, {320 + kH, 180, -500 - kH}},
+        // y is down: this target is up and ahead; looking up pitches without roll.
+        {"looking up pitches z", of(LayerKind::Light), lookUp, 0, {0, 0, 1}, {0, -0.6, 0.8}},
+        {"looking up pitches y", of(LayerKind::Light), lookUp, 0, {0, 1, 0}, {0, 0.8, 0.6}},
+        {"looking up leaves x", of(LayerKind::Light), lookUp, 0, {1, 0, 0}, {1, 0, 0}},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(row.what);
@@ -83,29 +93,6 @@ TEST(LayerToWorld, SingleLayersMapPointsAsWorkedOutByHand) {
         const Layer& added = comp.add_layer(l);
         expect_point(layer_to_world(comp, added, row.t).transform_point(row.local), row.world.x, row.world.y, row.world.z);
     }
-}
-
-TEST(LayerToWorld, AxisRowsCarryTheScaleAndTheLastRowTheTranslation) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.transform.anchor = Vec3{50, 50, 0};
-    l.transform.scale = Vec3{200, 50, 100};
-    l.transform.position = Vec3{320, 180, 10};
-    Matrix4d m = layer_to_world(comp, comp.add_layer(l), 0);
-    EXPECT_NEAR(m.m[0][0], 2.0, kTol);
-    EXPECT_NEAR(m.m[1][1], 0.5, kTol);
-    EXPECT_NEAR(m.m[3][0], 220, kTol);
-    EXPECT_NEAR(m.m[3][3], 1.0, kTol);
-}
-
-TEST(LayerToWorld, TwoDLayerIgnoresZAndXYRotation) {
-    Composition comp = comp640();
-    Layer l = solid3d();
-    l.is_3d = false;
-    l.transform.position = Vec3{10, 20, 500};
-    l.transform.rotation_x = 45.0;
-    l.transform.scale = Vec3{100, 100, 300};
-    expect_point(layer_to_world(comp, comp.add_layer(l), 0).transform_point({1, 1, 1}), 11, 21, 1);
 }
 
 TEST(LayerToWorld, ChildIsTransformedByItsParentsFullMatrix) {
@@ -133,35 +120,6 @@ TEST(LayerToWorld, ParentCycleDoesNotLoopForever) {
     a.transform.position = Vec3{1, 0, 0};
     b.transform.position = Vec3{0, 2, 0};
     expect_point(layer_to_world(comp, a, 0).transform_point({0, 0, 0}), 1, 2, 0);
-}
-
-TEST(CameraToWorld, AutoOrientAimsLocalZAtThePointOfInterest) {
-    Composition comp = comp640();
-    Layer cam = camera();
-    cam.transform.position = Vec3{320, 180, -500};
-    cam.transform.point_of_interest = Vec3{820, 180, 0};  // 45 degrees to the right
-    Matrix4d m = layer_to_world(comp, comp.add_layer(cam), 0);
-    double h = std::sqrt(0.5);
-    // Row 2 is the image of local +z: the unit direction towards the target.
-    EXPECT_NEAR(m.m[2][0], h, kTol);
-    EXPECT_NEAR(m.m[2][1], 0, kTol);
-    EXPECT_NEAR(m.m[2][2], h, kTol);
-    // Yaw without roll keeps x horizontal: x -> (c, 0, -s).
-    EXPECT_NEAR(m.m[0][0], h, kTol);
-    EXPECT_NEAR(m.m[0][1], 0, kTol);
-    EXPECT_NEAR(m.m[0][2], -h, kTol);
-    expect_point(m.transform_point({0, 0, 0}), 320, 180, -500);
-}
-
-TEST(CameraToWorld, LookingUpPitchesWithoutRoll) {
-    Composition comp = comp640();
-    Layer light;
-    light.kind = LayerKind::Light;
-    light.transform.point_of_interest = Vec3{0, -3, 4};  // y is down: this is up and ahead
-    Matrix4d m = layer_to_world(comp, comp.add_layer(light), 0);
-    expect_point(m.transform_point({0, 0, 1}), 0, -0.6, 0.8);
-    expect_point(m.transform_point({1, 0, 0}), 1, 0, 0);
-    expect_point(m.transform_point({0, 1, 0}), 0, 0.8, 0.6);
 }
 
 }  // namespace

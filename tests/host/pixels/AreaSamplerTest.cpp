@@ -1,13 +1,18 @@
 #include "host/pixels/AreaSampler.h"
 #include "host/pixels/PixelWorld.h"
+#include "support/PixelChannels.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
+#include <type_traits>
 
 namespace host {
 namespace {
+
+using test_support::Channels;
+using test_support::channels;
 
 constexpr PF_Fixed kOne = 65536;
 constexpr PF_Fixed kHalf = 32768;
@@ -26,29 +31,21 @@ const Px kImage[2][3] = {
 // Channel units per 8-bit unit in each depth: 16-bit values are the 8-bit ones × 128, float
 // values / 255, so one set of hand-computed numbers checks all three depths.
 template <class Pixel>
-double unitScale();
-template <>
-double unitScale<PF_Pixel>() { return 1.0; }
-template <>
-double unitScale<PF_Pixel16>() { return 128.0; }
-template <>
-double unitScale<PF_PixelFloat>() { return 1.0 / 255.0; }
+constexpr double unitScale() {
+    return std::is_same_v<Pixel, PF_Pixel16> ? 128.0 : std::is_same_v<Pixel, PF_PixelFloat> ? 1.0 / 255.0 : 1.0;
+}
 
 template <class Pixel>
 OwnedWorld makeTestWorld() {
     OwnedWorld world;
     EXPECT_EQ(world.allocate(3, 2, PixelFormatOf<Pixel>::value), PF_Err_NONE);
+    using Channel = decltype(Pixel{}.red);
     const double k = unitScale<Pixel>();
-    for (A_long y = 0; y < 2; ++y) {
+    for (A_long y = 0; y < 2; ++y)
         for (A_long x = 0; x < 3; ++x) {
             const Px& p = kImage[y][x];
-            Pixel& out = worldPixel<Pixel>(world.get(), x, y);
-            out.alpha = static_cast<decltype(out.alpha)>(p.a * k);
-            out.red = static_cast<decltype(out.red)>(p.r * k);
-            out.green = static_cast<decltype(out.green)>(p.g * k);
-            out.blue = static_cast<decltype(out.blue)>(p.b * k);
+            worldPixel<Pixel>(world.get(), x, y) = Pixel{Channel(p.a * k), Channel(p.r * k), Channel(p.g * k), Channel(p.b * k)};
         }
-    }
     return world;
 }
 
@@ -60,10 +57,9 @@ protected:
     // Samples and checks against the expected value in 8-bit units: integer depths must hit
     // the rounded scaled value exactly, float within single precision.
     void expectSample(PF_Fixed x, PF_Fixed y, PF_Fixed rx, PF_Fixed ry, Px expected) {
-        const Pixel got = sampler_.sample<Pixel>(x, y, rx, ry);
+        const Channels have = channels(sampler_.sample<Pixel>(x, y, rx, ry));
         const double k = unitScale<Pixel>();
         const double want[4] = {expected.a * k, expected.r * k, expected.g * k, expected.b * k};
-        const double have[4] = {double(got.alpha), double(got.red), double(got.green), double(got.blue)};
         for (int c = 0; c < 4; ++c) {
             if (std::is_same<Pixel, PF_PixelFloat>::value)
                 EXPECT_NEAR(have[c], want[c], 1e-6) << "channel " << c;
@@ -87,28 +83,14 @@ TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
         Px want;
     } rows[] = {
         {"half-pixel radius is exactly that pixel", 1 * kOne, 0, kHalf, kHalf, {255, 0, 200, 0}},
-        {"half-pixel radius, half-transparent pixel", 1 * kOne, 1 * kOne, kHalf, kHalf, {128, 100, 100, 100}},
         {"box ending exactly on the right and bottom edges", 2 * kOne, 1 * kOne, kHalf, kHalf, {255, 50, 50, 50}},
         // Radius 0 is raised to 1/65536 pixel: a point sample of the pixel under the centre.
         {"radius 0 is the pixel under the centre", 1 * kOne, 1 * kOne, 0, 0, {128, 100, 100, 100}},
-        {"smallest radius", kOne * 3 / 10, kOne / 5, 1, 1, {255, 200, 0, 0}},
         {"just right of the boundary at x = 0.5 is pixel 1", kHalf + 2, 0, 1, 1, {255, 0, 200, 0}},
-        // Box [0, 1] x [-0.5, 0.5]: half of red (0,0), half of green (1,0).
-        {"box over two half pixels", kHalf, 0, kHalf, kHalf, {255, 100, 100, 0}},
-        // Box [-1, 1]^2 (area 4) at the top-left corner. Overlaps: (0,0) 1, (1,0) 0.5, (0,1) 0.5,
-        // (1,1) 0.25. Sum w·a = 255 + 127.5 + 127.5 + 32 = 542, so alpha = 542 / 4 = 135.5.
-        // red = (255·200 + 32·100) / 542 = 100; green = blue = (127.5·200 + 3200) / 542 = 52.95.
-        {"box across the corner: outside is transparent", 0, 0, kOne, kOne, {135.5, 100, 28700.0 / 542.0, 28700.0 / 542.0}},
         // Box [1, 2] x [-0.5, 0.5]: half opaque green, half transparent white. Alpha halves, the
         // colour stays pure green (a plain average would give (127.5, 227.5, 127.5)).
         {"a transparent pixel does not tint", 3 * kHalf, 0, kHalf, kHalf, {127.5, 0, 200, 0}},
-        // Box [0.75, 1.25] x [0.25, 1.75], area 0.75: pixel (1,0) overlaps 0.5 x 0.25, pixel
-        // (1,1) 0.5 x 1, the rest is below the image. w·a: 31.875 and 64, sum 95.875.
-        // alpha = 95.875 / 0.75; red = blue = 6400 / 95.875; green = (6375 + 6400) / 95.875.
-        {"fractional radii weigh by overlap", kOne, kOne, kOne / 4, kOne * 3 / 4,
-         {95.875 / 0.75, 6400 / 95.875, 12775 / 95.875, 6400 / 95.875}},
         {"far outside", 10 * kOne, 10 * kOne, kOne, kOne, {0, 0, 0, 0}},
-        {"left of the world", -3 * kOne, 0, kOne, kOne, {0, 0, 0, 0}},
         {"box ending exactly on the left edge touches nothing", -kOne, 0, kHalf, kHalf, {0, 0, 0, 0}},
     };
     for (const auto& row : rows) {
@@ -118,19 +100,12 @@ TYPED_TEST(AreaSampleDepths, BoxAveragesInsideAcrossTheEdgeAndOutside) {
 }
 
 // Float source: alpha is 1 from column 200 on, 0 before, in a 300 x 1 world.
-class AreaSampleRadiusLimit : public ::testing::Test {
-protected:
-    AreaSampleRadiusLimit() {
-        EXPECT_EQ(world_.allocate(300, 1, PF_PixelFormat_ARGB128), PF_Err_NONE);
-        for (A_long x = 200; x < 300; ++x) worldPixel<PF_PixelFloat>(world_.get(), x, 0) = PF_PixelFloat{1, 1, 0, 0};
-    }
-    float alphaAt(PF_Fixed rx) const {
-        return AreaSampler(world_.get(), PF_PixelFormat_ARGB128).sample<PF_PixelFloat>(72 * kOne, 0, rx, kHalf).alpha;
-    }
-    OwnedWorld world_;
-};
-
-TEST_F(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
+TEST(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
+    OwnedWorld world;
+    ASSERT_EQ(world.allocate(300, 1, PF_PixelFormat_ARGB128), PF_Err_NONE);
+    for (A_long x = 200; x < 300; ++x) worldPixel<PF_PixelFloat>(world.get(), x, 0) = PF_PixelFloat{1, 1, 0, 0};
+    const AreaSampler sampler(world.get(), PF_PixelFormat_ARGB128);
+    auto alphaAt = [&](PF_Fixed rx) { return sampler.sample<PF_PixelFloat>(72 * kOne, 0, rx, kHalf).alpha; };
     // Box [-56, 200] x [-0.5, 0.5] reaches half of pixel 200: alpha = 0.5 / (4 · 128 · 0.5).
     EXPECT_FLOAT_EQ(alphaAt(128 * kOne), 0.5f / 256.0f);
     // One unit less reaches 1/65536 less far.
@@ -139,28 +114,18 @@ TEST_F(AreaSampleRadiusLimit, RadiiAreClampedTo128Pixels) {
     EXPECT_FLOAT_EQ(alphaAt(0x7fffffff), 0.5f / 256.0f);
 }
 
+// Integer depths round to nearest and clamp (a NaN gives 0); float is neither rounded nor
+// clamped.
 TEST(AreaSampleRounding, IntegerDepthsRoundToNearestAndClamp) {
-    ChannelSample s;
-    s.alpha = 127.5;
-    s.red = 300.0;
-    s.green = -4.0;
-    s.blue = std::nan("");
-    const PF_Pixel p8 = roundToPixel<PF_Pixel>(s);
-    EXPECT_EQ(p8.alpha, 128);
-    EXPECT_EQ(p8.red, 255);
-    EXPECT_EQ(p8.green, 0);
-    EXPECT_EQ(p8.blue, 0);
-    s.red = 40000.0;
-    s.alpha = 16383.49;
-    const PF_Pixel16 p16 = roundToPixel<PF_Pixel16>(s);
-    EXPECT_EQ(p16.alpha, 16383);
-    EXPECT_EQ(p16.red, 32768);
-    const PF_PixelFloat pf = roundToPixel<PF_PixelFloat>(s);
-    EXPECT_EQ(pf.red, 40000.0f) << "float is not clamped";
-    EXPECT_EQ(pf.green, -4.0f);
+    const ChannelSample s{127.5, 300.0, -4.0, std::nan("")};
+    EXPECT_EQ(channels(roundToPixel<PF_Pixel>(s)), (Channels{128, 255, 0, 0}));
+    const ChannelSample deep{16383.49, 40000.0, -4.0, 1.0};
+    EXPECT_EQ(channels(roundToPixel<PF_Pixel16>(deep)), (Channels{16383, 32768, 0, 1}));
+    EXPECT_EQ(channels(roundToPixel<PF_PixelFloat>(deep)), (Channels{float(16383.49), 40000, -4, 1}));
 }
 
-// Straightforward reference: every pixel weighted by its overlap with the box.
+// Straightforward reference: every pixel weighted by its overlap with the box, in channel units.
+template <class Pixel>
 ChannelSample bruteForceBox(const PF_EffectWorld& w, double cx, double cy, double rx, double ry) {
     double sa = 0, sr = 0, sg = 0, sb = 0;
     for (A_long j = 0; j < w.height; ++j) {
@@ -169,7 +134,7 @@ ChannelSample bruteForceBox(const PF_EffectWorld& w, double cx, double cy, doubl
         for (A_long i = 0; i < w.width; ++i) {
             const double ox = std::min(cx + rx, i + 0.5) - std::max(cx - rx, i - 0.5);
             if (ox <= 0) continue;
-            const PF_PixelFloat& p = worldPixel<PF_PixelFloat>(w, i, j);
+            const Pixel& p = worldPixel<Pixel>(w, i, j);
             const double wa = ox * oy * p.alpha;
             sa += wa, sr += wa * p.red, sg += wa * p.green, sb += wa * p.blue;
         }
@@ -180,32 +145,44 @@ ChannelSample bruteForceBox(const PF_EffectWorld& w, double cx, double cy, doubl
     return s;
 }
 
-TEST(AreaSampleTable, MatchesBruteForceOnRandomImagesAndBoxes) {
+// The summed tables of every depth against the reference, boxes inside, across the edges and
+// outside, with exact edge arithmetic, alpha weighting and transparent pixels included.
+template <class Pixel>
+class AreaSampleTable : public ::testing::Test {};
+TYPED_TEST_SUITE(AreaSampleTable, PixelTypes);
+
+TYPED_TEST(AreaSampleTable, MatchesBruteForceOnRandomImagesAndBoxes) {
+    using Pixel = TypeParam;
+    using Channel = decltype(Pixel{}.red);
+    const double white = 255 * unitScale<Pixel>();
     std::mt19937 rng(1234);
-    std::uniform_real_distribution<float> unit(0.0f, 1.0f);
+    std::uniform_real_distribution<double> unit(0.0, 1.0);
+    auto channel = [&] { return Channel(unit(rng) * white); };
     OwnedWorld world;
-    ASSERT_EQ(world.allocate(37, 23, PF_PixelFormat_ARGB128), PF_Err_NONE);
+    ASSERT_EQ(world.allocate(37, 23, PixelFormatOf<Pixel>::value), PF_Err_NONE);
     for (A_long y = 0; y < 23; ++y)
         for (A_long x = 0; x < 37; ++x) {
             // A quarter of the pixels fully transparent, as around a cut-out layer.
-            const float a = unit(rng) < 0.25f ? 0.0f : unit(rng);
-            worldPixel<PF_PixelFloat>(world.get(), x, y) = PF_PixelFloat{a, unit(rng), unit(rng), unit(rng)};
+            const Channel a = unit(rng) < 0.25 ? Channel(0) : channel();
+            worldPixel<Pixel>(world.get(), x, y) = Pixel{a, channel(), channel(), channel()};
         }
-    const AreaSampler sampler(world.get(), PF_PixelFormat_ARGB128);
+    const AreaSampler sampler(world.get(), PixelFormatOf<Pixel>::value);
 
     std::uniform_real_distribution<double> centre(-10.0, 47.0);
     const double radii[] = {1.0 / 65536, 0.01, 0.5, 0.73, 1.0, 2.5, 7.3, 30.0, 128.0};
     for (int n = 0; n < 400; ++n) {
-        const double cx = centre(rng), cy = centre(rng);
+        // Every fourth box centred on a pixel corner, so its edges fall on pixel boundaries.
+        double cx = centre(rng), cy = centre(rng);
+        if (n % 4 == 0) cx = std::floor(cx) + 0.5, cy = std::floor(cy) + 0.5;
         const double rx = radii[n % 9], ry = radii[(n / 9) % 9];
-        const ChannelSample want = bruteForceBox(world.get(), cx, cy, rx, ry);
+        const ChannelSample want = bruteForceBox<Pixel>(world.get(), cx, cy, rx, ry);
         const ChannelSample got = sampler.boxAverage(cx, cy, rx, ry);
         SCOPED_TRACE(::testing::Message() << "box " << cx << "," << cy << " r " << rx << "," << ry);
         EXPECT_NEAR(got.alpha, want.alpha, 1e-9 * (1 + std::fabs(want.alpha)));
         // Colours divide by the covered alpha, which may be tiny: a looser bound.
-        EXPECT_NEAR(got.red, want.red, 1e-7);
-        EXPECT_NEAR(got.green, want.green, 1e-7);
-        EXPECT_NEAR(got.blue, want.blue, 1e-7);
+        EXPECT_NEAR(got.red, want.red, 1e-7 * white);
+        EXPECT_NEAR(got.green, want.green, 1e-7 * white);
+        EXPECT_NEAR(got.blue, want.blue, 1e-7 * white);
     }
 }
 
@@ -219,10 +196,7 @@ TEST(AreaSampleTable, TinyBoxInAnOpaqueLargeImageKeepsFullPrecision) {
             worldPixel<PF_Pixel>(world.get(), x, y) = PF_Pixel{255, A_u_char(x % 256), A_u_char(y % 256), 77};
     const AreaSampler sampler(world.get(), PF_PixelFormat_ARGB32);
     const ChannelSample s = sampler.boxAverage(598.2, 397.9, 1.0 / 65536, 1.0 / 65536);
-    EXPECT_DOUBLE_EQ(s.alpha, 255.0);
-    EXPECT_DOUBLE_EQ(s.red, 598 % 256);
-    EXPECT_DOUBLE_EQ(s.green, 398 % 256);
-    EXPECT_DOUBLE_EQ(s.blue, 77.0);
+    EXPECT_EQ(channels(s), (Channels{255, 598 % 256, 398 % 256, 77}));
 }
 
 TEST(PointSamplers, NearestPixelRoundsHalfUpAndIsTransparentOutside) {
@@ -234,22 +208,15 @@ TEST(PointSamplers, NearestPixelRoundsHalfUpAndIsTransparentOutside) {
     EXPECT_EQ(nn(-kHalf - 1, 0).alpha, 0) << "left of the world";
     EXPECT_EQ(nn(0, 2 * kOne - kHalf).alpha, 0) << "y = 1.5 is row 2: outside";
     EXPECT_EQ(nn(0, 2 * kOne - kHalf - 1).blue, 200) << "just above y = 1.5 is row 1";
-    const PF_Pixel p = nn(kOne, kOne);
-    EXPECT_EQ(p.alpha, 128);
-    EXPECT_EQ(p.red, 100);
+    EXPECT_EQ(channels(nn(kOne, kOne)), (Channels{128, 100, 100, 100}));
 }
 
 TEST(PointSamplers, BilinearIsAlphaWeighted) {
     OwnedWorld world = makeTestWorld<PF_Pixel>();
     // Half way between opaque green (1,0) and transparent white (2,0).
-    const PF_Pixel mid = bilinearSample<PF_Pixel>(world.get(), 3 * kHalf, 0);
-    EXPECT_EQ(mid.alpha, 128);
-    EXPECT_EQ(mid.red, 0);
-    EXPECT_EQ(mid.green, 200);
+    EXPECT_EQ(channels(bilinearSample<PF_Pixel>(world.get(), 3 * kHalf, 0)), (Channels{128, 0, 200, 0}));
     // Half way past the left edge: half of red (0,0), alpha halves, colour stays.
-    const PF_Pixel edge = bilinearSample<PF_Pixel>(world.get(), -kHalf, 0);
-    EXPECT_EQ(edge.alpha, 128);
-    EXPECT_EQ(edge.red, 200);
+    EXPECT_EQ(channels(bilinearSample<PF_Pixel>(world.get(), -kHalf, 0)), (Channels{128, 200, 0, 0}));
     // A quarter of the way right and down from (0,0): weights .5625 .1875 .1875 .0625.
     const PF_Pixel q = bilinearSample<PF_Pixel>(world.get(), kOne / 4, kOne / 4);
     const double wa = 0.5625 * 255 + 0.1875 * 255 + 0.1875 * 255 + 0.0625 * 128;

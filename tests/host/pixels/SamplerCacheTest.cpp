@@ -11,12 +11,11 @@ namespace {
 
 constexpr PF_Fixed kOne = 65536;
 
-OwnedWorld solidWorld(A_long w, A_long h, PF_PixelFormat format, A_u_char red) {
+OwnedWorld solidWorld(A_long w, A_long h, A_u_char red) {
     OwnedWorld world;
-    EXPECT_EQ(world.allocate(w, h, format), PF_Err_NONE);
-    if (format == PF_PixelFormat_ARGB32)
-        for (A_long y = 0; y < h; ++y)
-            for (A_long x = 0; x < w; ++x) worldPixel<PF_Pixel>(world.get(), x, y) = PF_Pixel{255, red, 0, 0};
+    EXPECT_EQ(world.allocate(w, h, PF_PixelFormat_ARGB32), PF_Err_NONE);
+    for (A_long y = 0; y < h; ++y)
+        for (A_long x = 0; x < w; ++x) worldPixel<PF_Pixel>(world.get(), x, y) = PF_Pixel{255, red, 0, 0};
     return world;
 }
 
@@ -28,25 +27,13 @@ PF_SampPB blockOver(PF_EffectWorld* src, PF_Fixed radius) {
     return pb;
 }
 
-TEST(SamplerCache, BuildsEachWorldOnce) {
-    SamplerCache cache;
-    OwnedWorld a = solidWorld(8, 8, PF_PixelFormat_ARGB32, 10);
-    OwnedWorld b = solidWorld(8, 8, PF_PixelFormat_ARGB32, 20);
-    const AreaSampler& first = cache.get(a.get());
-    EXPECT_EQ(&cache.get(a.get()), &first);
-    EXPECT_EQ(&cache.get(PF_EffectWorld(a.get())), &first) << "a copy of the struct is the same world";
-    cache.get(b.get());
-    EXPECT_EQ(cache.buildCount(), 2u);
-    EXPECT_EQ(cache.size(), 2u);
-}
-
 // Layer pixels checked out again in the next frame reuse the table built from the same
 // pixels; a world that is not layer pixels, or whose pixels differ, gets its own.
 TEST(SamplerCache, LayerPixelsReuseTheTableOfIdenticalPixelsOnly) {
-    OwnedWorld frame1 = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
-    OwnedWorld frame2 = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
-    OwnedWorld unmarked = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
-    OwnedWorld changed = solidWorld(16, 8, PF_PixelFormat_ARGB32, 77);
+    OwnedWorld frame1 = solidWorld(16, 8, 77);
+    OwnedWorld frame2 = solidWorld(16, 8, 77);
+    OwnedWorld unmarked = solidWorld(16, 8, 77);
+    OwnedWorld changed = solidWorld(16, 8, 77);
     worldPixel<PF_Pixel>(changed.get(), 15, 7).red = 78;
     for (OwnedWorld* w : {&frame1, &frame2, &changed}) markLayerPixels(w->get());
     SamplerCache first_call, second_call;
@@ -58,9 +45,11 @@ TEST(SamplerCache, LayerPixelsReuseTheTableOfIdenticalPixelsOnly) {
     EXPECT_EQ(rebuilt.sample<PF_Pixel>(15 * kOne, 7 * kOne, 1, 1).red, 78);
 }
 
-TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
+// Copies of the struct are the same world; threads asking at once share one build.
+TEST(SamplerCache, BuildsEachWorldOnceForAllThreads) {
     SamplerCache cache;
-    OwnedWorld world = solidWorld(300, 300, PF_PixelFormat_ARGB32, 42);
+    OwnedWorld world = solidWorld(300, 300, 42);
+    OwnedWorld other = solidWorld(8, 8, 20);
     std::vector<std::thread> threads;
     std::vector<const AreaSampler*> seen(8, nullptr);
     for (int t = 0; t < 8; ++t)
@@ -70,46 +59,43 @@ TEST(SamplerCache, ManyThreadsAskingAtOnceShareOneBuild) {
     for (auto& t : threads) t.join();
     EXPECT_EQ(cache.buildCount(), 1u);
     for (const AreaSampler* s : seen) EXPECT_EQ(s, seen[0]);
+    EXPECT_EQ(&cache.get(PF_EffectWorld(world.get())), seen[0]);
+    EXPECT_NE(&cache.get(other.get()), seen[0]);
+    EXPECT_EQ(cache.size(), 2u);
 }
 
-TEST(SamplerCache, InvalidateMakesRewrittenPixelsVisible) {
-    SamplerCache cache;
-    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+// Red of a high-quality area sample of the box [0, 2]^2.
+A_u_char areaRed(SamplerCache& cache, OwnedWorld& world) {
     PF_SampPB pb = blockOver(&world.get(), kOne);
     PF_Pixel out{};
-    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
-    EXPECT_EQ(out.red, 10);
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
+    return out.red;
+}
 
+// A table is kept until the host invalidates it; a freed world's replacement (the allocator
+// may well hand out the same address) is never served the old table.
+TEST(SamplerCache, TablesLastUntilInvalidatedOrFreed) {
+    SamplerCache cache;
+    OwnedWorld world = solidWorld(4, 4, 10);
+    EXPECT_EQ(areaRed(cache, world), 10);
     worldPixel<PF_Pixel>(world.get(), 1, 1).red = 250;
-    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
-    EXPECT_EQ(out.red, 10) << "the table is kept until the host invalidates it";
-
+    EXPECT_EQ(areaRed(cache, world), 10);
     cache.invalidate(world->data);
     EXPECT_EQ(cache.size(), 0u);
-    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
-    // Box [0, 2]^2: pixel (1,1) covers a quarter of it.
-    EXPECT_EQ(out.red, 70);  // (3 · 10 + 250) / 4
-}
-
-TEST(SamplerCache, AFreedWorldsReplacementIsNeverServedStaleData) {
-    SamplerCache cache;
-    PF_Pixel out{};
+    EXPECT_EQ(areaRed(cache, world), 70);  // pixel (1,1) covers a quarter: (3 · 10 + 250) / 4
+    world.reset();
     {
-        OwnedWorld old = solidWorld(16, 16, PF_PixelFormat_ARGB32, 10);
-        PF_SampPB pb = blockOver(&old.get(), kOne);
-        ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
-        ASSERT_EQ(out.red, 10);
+        OwnedWorld old = solidWorld(16, 16, 10);
+        EXPECT_EQ(areaRed(cache, old), 10);
     }
-    // Same size and format; the allocator may well hand out the same address.
-    OwnedWorld fresh = solidWorld(16, 16, PF_PixelFormat_ARGB32, 99);
-    PF_SampPB pb = blockOver(&fresh.get(), kOne);
-    ASSERT_EQ(sampleArea(cache, PF_Quality_HI, kOne, kOne, &pb, &out), PF_Err_NONE);
-    EXPECT_EQ(out.red, 99);
+    OwnedWorld fresh = solidWorld(16, 16, 99);
+    EXPECT_EQ(areaRed(cache, fresh), 99);
 }
 
+// Bad arguments are refused; a layer without pixels samples transparent.
 TEST(SamplingCalls, CheckTheirArguments) {
     SamplerCache cache;
-    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+    OwnedWorld world = solidWorld(4, 4, 10);
     PF_SampPB pb = blockOver(&world.get(), kOne);
     PF_Pixel out8{};
     PF_PixelFloat outf{};
@@ -119,23 +105,19 @@ TEST(SamplingCalls, CheckTheirArguments) {
         << "a float sample of an 8-bit world";
     EXPECT_EQ(sampleSubpixel(PF_Quality_HI, 0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
     EXPECT_EQ(sampleNearest(0, 0, &pb, &outf), PF_Err_BAD_CALLBACK_PARAM);
-    PF_SampPB no_src{};
-    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &no_src, &out8), PF_Err_BAD_CALLBACK_PARAM);
-}
-
-TEST(SamplingCalls, ALayerWithoutPixelsSamplesTransparent) {
-    SamplerCache cache;
     PF_EffectWorld none{};
-    PF_SampPB pb = blockOver(&none, kOne);
-    PF_Pixel16 out{1, 2, 3, 4};
-    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out), PF_Err_NONE);
-    EXPECT_EQ(out.alpha, 0);
-    EXPECT_EQ(out.red, 0);
+    pb.src = &none;
+    PF_Pixel16 out16{1, 2, 3, 4};
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out16), PF_Err_NONE);
+    EXPECT_EQ(out16.alpha, 0);
+    EXPECT_EQ(out16.red, 0);
+    pb.src = nullptr;
+    EXPECT_EQ(sampleArea(cache, PF_Quality_HI, 0, 0, &pb, &out8), PF_Err_BAD_CALLBACK_PARAM);
 }
 
 TEST(SamplingCalls, LowQualityFallsBackToTheNearestPixel) {
     SamplerCache cache;
-    OwnedWorld world = solidWorld(4, 4, PF_PixelFormat_ARGB32, 10);
+    OwnedWorld world = solidWorld(4, 4, 10);
     worldPixel<PF_Pixel>(world.get(), 1, 1).red = 250;
     PF_SampPB pb = blockOver(&world.get(), 2 * kOne);
     PF_Pixel area{}, nearest{}, bilinear{};

@@ -1,7 +1,5 @@
 // A minimal smart effect: param 1 "Gain" (percent) sets red, the layer param 2 "Source"
-// gives green from its top-left pixel, the effect's own input gives blue. While rendering it
-// also reads the scene through the AEGP suites (the camera's zoom, the lights' count and
-// summed intensity) and reports them in return_msg.
+// gives green from its top-left pixel, the effect's own input gives blue.
 
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
@@ -9,25 +7,14 @@
 #include "AE_GeneralPlug.h"
 #include "entry.h"
 
-#include <cstdio>
-
 namespace {
 
 enum { kInput = 0, kGain, kSource, kCount };
 
 template <class Pixel>
-struct White;
-template <>
-struct White<PF_Pixel> { static constexpr double value = 255; };
-template <>
-struct White<PF_Pixel16> { static constexpr double value = 32768; };
-template <>
-struct White<PF_PixelFloat> { static constexpr double value = 1; };
-
-template <class Pixel>
 void paint(PF_EffectWorld* out, const PF_EffectWorld* input, double gain, const PF_EffectWorld* source) {
     using Channel = decltype(Pixel{}.red);
-    const double white = White<Pixel>::value;
+    const double white = sizeof(Channel) == 1 ? 255 : sizeof(Channel) == 2 ? 32768 : 1;
     const Channel green = source->data ? reinterpret_cast<const Pixel*>(source->data)->red : Channel(0);
     for (A_long y = 0; y < out->height; ++y) {
         auto* row = reinterpret_cast<Pixel*>(reinterpret_cast<char*>(out->data) + y * out->rowbytes);
@@ -42,74 +29,7 @@ void paint(PF_EffectWorld* out, const PF_EffectWorld* input, double gain, const 
     }
 }
 
-template <class Suite>
-const Suite* acquire(PF_InData* in_data, const char* name, int version) {
-    const void* suite = nullptr;
-    return in_data->pica_basicP->AcquireSuite(name, version, &suite) ? nullptr : static_cast<const Suite*>(suite);
-}
-
-// One number of a layer's stream at `comp_time`, through a new stream reference.
-A_Err streamValue(const AEGP_StreamSuite4* streams, AEGP_LayerH layer, AEGP_LayerStream which,
-                  const A_Time& comp_time, double* value) {
-    AEGP_StreamRefH stream = nullptr;
-    A_Err err = streams->AEGP_GetNewLayerStream(0, layer, which, &stream);
-    if (err) return err;
-    AEGP_StreamValue2 v{};
-    err = streams->AEGP_GetNewStreamValue(0, stream, AEGP_LTimeMode_CompTime, &comp_time, false, &v);
-    if (!err) {
-        *value = v.val.one_d;
-        err = streams->AEGP_DisposeStreamValue(&v);
-    }
-    const A_Err disposed = streams->AEGP_DisposeStream(stream);
-    return err ? err : disposed;
-}
-
-A_Err readScene(PF_InData* in_data, const AEGP_PFInterfaceSuite1* iface, const AEGP_LayerSuite6* layers,
-                const AEGP_StreamSuite4* streams, PF_OutData* out_data) {
-    A_Time comp_time{};
-    A_Err err = iface->AEGP_ConvertEffectToCompTime(in_data->effect_ref, in_data->current_time,
-                                                     in_data->time_scale, &comp_time);
-    AEGP_LayerH camera = nullptr, self = nullptr;
-    if (!err) err = iface->AEGP_GetEffectCamera(in_data->effect_ref, &comp_time, &camera);
-    double zoom = 0;
-    if (!err && camera) err = streamValue(streams, camera, AEGP_LayerStream_ZOOM, comp_time, &zoom);
-    AEGP_CompH comp = nullptr;
-    A_long count = 0;
-    if (!err) err = iface->AEGP_GetEffectLayer(in_data->effect_ref, &self);
-    if (!err) err = layers->AEGP_GetLayerParentComp(self, &comp);
-    if (!err) err = layers->AEGP_GetCompNumLayers(comp, &count);
-    int lights = 0;
-    double intensity = 0;
-    for (A_long i = 0; !err && i < count; ++i) {
-        AEGP_LayerH layer = nullptr;
-        AEGP_ObjectType type = AEGP_ObjectType_NONE;
-        err = layers->AEGP_GetCompLayerByIndex(comp, i, &layer);
-        if (!err) err = layers->AEGP_GetLayerObjectType(layer, &type);
-        if (err || type != AEGP_ObjectType_LIGHT) continue;
-        double value = 0;
-        err = streamValue(streams, layer, AEGP_LayerStream_INTENSITY, comp_time, &value);
-        ++lights;
-        intensity += value;
-    }
-    if (!err)
-        std::snprintf(out_data->return_msg, sizeof out_data->return_msg, "camera zoom %.1f; %d lights, intensity %.1f",
-                      zoom, lights, intensity);
-    return err;
-}
-
-PF_Err reportScene(PF_InData* in_data, PF_OutData* out_data) {
-    auto* iface = acquire<AEGP_PFInterfaceSuite1>(in_data, kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1);
-    auto* layers = acquire<AEGP_LayerSuite6>(in_data, kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
-    auto* streams = acquire<AEGP_StreamSuite4>(in_data, kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
-    const PF_Err err = iface && layers && streams ? readScene(in_data, iface, layers, streams, out_data)
-                                                  : PF_Err_BAD_CALLBACK_PARAM;
-    if (iface) in_data->pica_basicP->ReleaseSuite(kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1);
-    if (layers) in_data->pica_basicP->ReleaseSuite(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
-    if (streams) in_data->pica_basicP->ReleaseSuite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
-    return err;
-}
-
-PF_Err smartRender(PF_InData* in_data, PF_OutData* out_data, PF_SmartRenderExtra* extra) {
+PF_Err smartRender(PF_InData* in_data, PF_SmartRenderExtra* extra) {
     PF_EffectWorld* input = nullptr;
     PF_EffectWorld* output = nullptr;
     PF_Err err = extra->cb->checkout_layer_pixels(in_data->effect_ref, 0, &input);
@@ -129,7 +49,7 @@ PF_Err smartRender(PF_InData* in_data, PF_OutData* out_data, PF_SmartRenderExtra
         PF_CHECKIN_PARAM(in_data, &source);
     }
     PF_CHECKIN_PARAM(in_data, &gain);
-    return err ? err : reportScene(in_data, out_data);
+    return err;
 }
 
 PF_Err preRender(PF_InData* in_data, PF_PreRenderExtra* extra) {
@@ -187,7 +107,7 @@ extern "C" DllExport PF_Err EntryPointFunc(PF_Cmd cmd, PF_InData* in_data, PF_Ou
         case PF_Cmd_PARAMS_SETUP: return paramsSetup(in_data, out_data);
         case PF_Cmd_GLOBAL_SETDOWN: PF_DISPOSE_HANDLE(in_data->global_data); return PF_Err_NONE;
         case PF_Cmd_SMART_PRE_RENDER: return preRender(in_data, static_cast<PF_PreRenderExtra*>(extra));
-        case PF_Cmd_SMART_RENDER: return smartRender(in_data, out_data, static_cast<PF_SmartRenderExtra*>(extra));
+        case PF_Cmd_SMART_RENDER: return smartRender(in_data, static_cast<PF_SmartRenderExtra*>(extra));
         default: return PF_Err_NONE;
     }
 }
