@@ -1,7 +1,8 @@
 #pragma once
 
-// Compile-time guard on the size and alignment of every host API record. A mismatch here means
-// the module and the host would disagree on where fields live.
+// Compile-time guard on the size and alignment of the host API records, in C and in C++. A
+// mismatch here means the module and the host would disagree on where fields live. The size of
+// a suite follows from its function slots, checked in LayoutTest.cpp.
 
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
@@ -61,10 +62,8 @@ HOSTAPI_STATIC_LAYOUT(PF_RenderRequest, 44, 4);
 HOSTAPI_STATIC_LAYOUT(PF_PreRenderInput, 64, 8);
 HOSTAPI_STATIC_LAYOUT(PF_PreRenderOutput, 56, 8);
 HOSTAPI_STATIC_LAYOUT(PF_CheckoutResult, 76, 4);
-HOSTAPI_STATIC_LAYOUT(PF_PreRenderCallbacks, 16, 8);
 HOSTAPI_STATIC_LAYOUT(PF_PreRenderExtra, 24, 8);
 HOSTAPI_STATIC_LAYOUT(PF_SmartRenderInput, 72, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SmartRenderCallbacks, 24, 8);
 HOSTAPI_STATIC_LAYOUT(PF_SmartRenderExtra, 16, 8);
 HOSTAPI_STATIC_LAYOUT(PF_InteractCallbacks, 176, 8);
 HOSTAPI_STATIC_LAYOUT(PF_OutData, 408, 8);
@@ -72,17 +71,8 @@ HOSTAPI_STATIC_LAYOUT(PF_InData, 408, 8);
 HOSTAPI_STATIC_LAYOUT(PF_MaskWorld, 136, 8);
 HOSTAPI_STATIC_LAYOUT(PF_SampPB, 104, 8);
 HOSTAPI_STATIC_LAYOUT(PF_ANSICallbacksBlock, 160, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ColorCallbacks, 64, 8);
 HOSTAPI_STATIC_LAYOUT(PF_UtilCallbacks, 552, 8);
-HOSTAPI_STATIC_LAYOUT(SPBasicSuite, 56, 8);
 HOSTAPI_STATIC_LAYOUT(PF_State, 16, 4);
-HOSTAPI_STATIC_LAYOUT(PF_Sampling8Suite1, 24, 8);
-HOSTAPI_STATIC_LAYOUT(PF_Sampling16Suite1, 24, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SamplingFloatSuite1, 24, 8);
-HOSTAPI_STATIC_LAYOUT(PF_WorldSuite1, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_WorldSuite2, 24, 8);
-HOSTAPI_STATIC_LAYOUT(PF_PixelFormatSuite2, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ParamUtilsSuite3, 72, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_ColorVal, 32, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_TwoDVal, 16, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_ThreeDVal, 24, 8);
@@ -95,14 +85,3 @@ HOSTAPI_STATIC_LAYOUT(AEGP_StreamValue2, 40, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_StreamVal, 32, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_StreamValue, 40, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_MarkerVal, 1344, 1);
-HOSTAPI_STATIC_LAYOUT(AEGP_PFInterfaceSuite1, 40, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_MemorySuite1, 64, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_DynamicStreamSuite4, 208, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_CameraSuite2, 40, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_LightSuite2, 16, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_UtilitySuite5, 248, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_LayerSuite6, 368, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_StreamSuite4, 176, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_CompSuite5, 240, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_ItemSuite8, 216, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_EffectSuite3, 136, 8);
