@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <cstring>
 #include <memory>
 #include <string>
@@ -11,6 +12,7 @@
 #include "AE_MyLib/AEObject/AEO_InData.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
 #include "host/checks/HandleHeap.h"
+#include "host/session/Pipl.h"
 #include "shell/CommandNames.h"
 #include "shell/GlobalData.h"
 #include "shell/SequenceData.h"
@@ -98,6 +100,15 @@ TEST(GlobalSetup, ReportsVersionAndFlagsAndRegistersWithTheAegpSide)
         EXPECT_EQ(session.registered_name(), "Orbivane");
         EXPECT_EQ(access.get()->aegp_setup_err(), A_Err_NONE);
     }
+    // The PiPL the host decoded (the .aex's resource on Windows, the sidecar on Linux) states
+    // what global set-up reported, and names the entry point the host called.
+    const host::PiplInfo* pipl = session.pipl();
+    ASSERT_NE(pipl, nullptr);
+    EXPECT_EQ(pipl->effect_version, session.module_version());
+    EXPECT_EQ(pipl->global_out_flags, std::uint32_t(session.out_flags()));
+    EXPECT_EQ(pipl->global_out_flags2, std::uint32_t(session.out_flags2()));
+    EXPECT_EQ(pipl->entry_point, "EntryPointFunc");
+    EXPECT_EQ(pipl->match_name, "ORBV Orbivane");
     EXPECT_EQ(session.about(), PF_Err_NONE);
     EXPECT_EQ(session.return_msg().rfind("Orbivane, v1.1.6\n", 0), 0u) << "About through the host too";
     EXPECT_EQ(session.unload(), "") << "set-down frees the global data's handle";

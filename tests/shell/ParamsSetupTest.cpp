@@ -196,6 +196,7 @@ TEST(ParamsSetup, IdentifiersNameTheirRows)
     EXPECT_EQ(name(PARAM_CONTROL_LAYER), "Control Layer");
     EXPECT_EQ(name(PARAM_OPEN_PARAMETER), "Open Parameter");
     EXPECT_EQ(name(PARAM_REFLECTION_MAP), "Reflection Map");
+    EXPECT_EQ(name(PARAM_REFLECTION_ROLLOFF), "Reflection Rolloff");
     EXPECT_EQ(name(PARAM_USE_COMP_CAMERA), "Use Composition Camera");
     EXPECT_EQ(name(PARAM_FOG_COLOR), "Fog Color");
     EXPECT_EQ(name(PARAM_DAMMY), "dammy");
