@@ -13,7 +13,6 @@
 #include "AE_MyLib/AEObject/HostedCommand.h"
 #include "host/checks/HandleHeap.h"
 #include "host/session/Pipl.h"
-#include "shell/CommandNames.h"
 #include "shell/GlobalData.h"
 #include "shell/SequenceData.h"
 
@@ -58,16 +57,6 @@ TEST(CommandTable, CommandsTheEffectDoesNotActOnSucceedAndTouchNothing)
         EXPECT_TRUE(s.command.calls().empty()) << "command " << cmd;
         EXPECT_EQ(s.command.host().counters().total(host::Resource::Handle), 0) << "command " << cmd;
     }
-}
-
-TEST(CommandTable, DiagnosticNamesFollowTheCommandCodes)
-{
-    ASSERT_EQ(cmd_str_count, 28);
-    EXPECT_STREQ(cmd_str[PF_Cmd_ABOUT], "PF_Cmd_ABOUT");
-    EXPECT_STREQ(cmd_str[PF_Cmd_USER_CHANGED_PARAM], "PF_Cmd_USER_CHANGED_PARAM");
-    EXPECT_STREQ(cmd_str[PF_Cmd_SMART_RENDER], "PF_Cmd_SMART_RENDER");
-    EXPECT_STREQ(cmd_str[25], "PF_Cmd_RESERVED1");
-    EXPECT_STREQ(cmd_str[27], "PF_Cmd_NUM_CMDS");
 }
 
 TEST(About, NameVersionAndOneLineOfDescription)
