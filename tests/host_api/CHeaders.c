@@ -1,5 +1,5 @@
 /* The effect API headers must also compile as C, and a C compiler must lay the shared records
-   out exactly as the C++ side does: the same size and alignment table holds in both. */
+   out exactly as the C++ side does. */
 
 #include <assert.h>
 #include <stdalign.h>
@@ -8,7 +8,12 @@
 #include "A.h"
 #include "StaticLayoutChecks.h"
 
-/* The fields a C module reaches first, past the unions and enums of the records before them. */
+/* The records a C module reaches first and the fields past their unions and enums (the C++ side
+   holds these records field by field in LayoutTest.cpp). */
+static_assert(sizeof(PF_InData) == 408, "PF_InData");
+static_assert(sizeof(PF_OutData) == 408, "PF_OutData");
+static_assert(sizeof(PF_ParamDef) == 176, "PF_ParamDef");
+static_assert(sizeof(PF_UtilCallbacks) == 552, "PF_UtilCallbacks");
 static_assert(offsetof(PF_InData, pica_basicP) == 384, "PF_InData.pica_basicP");
 static_assert(offsetof(PF_UtilCallbacks, iterate_generic) == 456, "PF_UtilCallbacks.iterate_generic");
 static_assert(offsetof(PF_Point, v) == 4, "PF_Point.v");

@@ -1,8 +1,8 @@
 #pragma once
 
 // Compile-time guard on the size and alignment of the host API records, in C and in C++. A
-// mismatch here means the module and the host would disagree on where fields live. The size of
-// a suite follows from its function slots, checked in LayoutTest.cpp.
+// mismatch here means the module and the host would disagree on where fields live. Records whose
+// fields LayoutTest.cpp lists, and every suite, are held to their size there.
 
 #include "AE_Effect.h"
 #include "AE_EffectCB.h"
@@ -29,59 +29,20 @@ HOSTAPI_STATIC_LAYOUT(A_LegacyRect, 8, 2);
 HOSTAPI_STATIC_LAYOUT(A_FloatPolar, 16, 8);
 HOSTAPI_STATIC_LAYOUT(A_Version, 4, 2);
 HOSTAPI_STATIC_LAYOUT(PF_SpecVersion, 4, 2);
-HOSTAPI_STATIC_LAYOUT(PF_Point, 8, 4);
 HOSTAPI_STATIC_LAYOUT(PF_LRect, 16, 4);
 HOSTAPI_STATIC_LAYOUT(PF_RationalScale, 8, 4);
 HOSTAPI_STATIC_LAYOUT(PF_FixedPoint, 8, 4);
 HOSTAPI_STATIC_LAYOUT(PF_FixedRect, 16, 4);
 HOSTAPI_STATIC_LAYOUT(PF_Matrix, 36, 4);
-HOSTAPI_STATIC_LAYOUT(PF_Pixel, 4, 1);
-HOSTAPI_STATIC_LAYOUT(PF_Pixel16, 8, 2);
-HOSTAPI_STATIC_LAYOUT(PF_PixelFloat, 16, 4);
 HOSTAPI_STATIC_LAYOUT(PF_FloatMatrix, 72, 8);
-HOSTAPI_STATIC_LAYOUT(PF_CompositeMode, 12, 4);
-HOSTAPI_STATIC_LAYOUT(PF_SoundFormatInfo, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SoundWorld, 32, 8);
-HOSTAPI_STATIC_LAYOUT(PF_LayerDef, 120, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SliderDef, 88, 4);
-HOSTAPI_STATIC_LAYOUT(PF_FixedSliderDef, 92, 4);
-HOSTAPI_STATIC_LAYOUT(PF_FloatSliderDef, 88, 8);
-HOSTAPI_STATIC_LAYOUT(PF_AngleDef, 16, 4);
-HOSTAPI_STATIC_LAYOUT(PF_CheckBoxDef, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ColorDef, 8, 1);
-HOSTAPI_STATIC_LAYOUT(PF_PointDef, 20, 4);
-HOSTAPI_STATIC_LAYOUT(PF_Point3DDef, 64, 8);
-HOSTAPI_STATIC_LAYOUT(PF_PopupDef, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ButtonDef, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_PathDef, 12, 4);
-HOSTAPI_STATIC_LAYOUT(PF_ArbitraryDef, 32, 8);
 HOSTAPI_STATIC_LAYOUT(PF_ParamDefUnion, 120, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ParamDef, 176, 8);
 HOSTAPI_STATIC_LAYOUT(PF_UserChangedParamExtra, 4, 4);
-HOSTAPI_STATIC_LAYOUT(PF_RenderRequest, 44, 4);
-HOSTAPI_STATIC_LAYOUT(PF_PreRenderInput, 64, 8);
-HOSTAPI_STATIC_LAYOUT(PF_PreRenderOutput, 56, 8);
-HOSTAPI_STATIC_LAYOUT(PF_CheckoutResult, 76, 4);
-HOSTAPI_STATIC_LAYOUT(PF_PreRenderExtra, 24, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SmartRenderInput, 72, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SmartRenderExtra, 16, 8);
-HOSTAPI_STATIC_LAYOUT(PF_InteractCallbacks, 176, 8);
-HOSTAPI_STATIC_LAYOUT(PF_OutData, 408, 8);
-HOSTAPI_STATIC_LAYOUT(PF_InData, 408, 8);
-HOSTAPI_STATIC_LAYOUT(PF_MaskWorld, 136, 8);
-HOSTAPI_STATIC_LAYOUT(PF_SampPB, 104, 8);
-HOSTAPI_STATIC_LAYOUT(PF_ANSICallbacksBlock, 160, 8);
-HOSTAPI_STATIC_LAYOUT(PF_UtilCallbacks, 552, 8);
 HOSTAPI_STATIC_LAYOUT(PF_State, 16, 4);
 HOSTAPI_STATIC_LAYOUT(AEGP_ColorVal, 32, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_TwoDVal, 16, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_ThreeDVal, 24, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_DownsampleFactor, 4, 2);
-HOSTAPI_STATIC_LAYOUT(AEGP_LayerTransferMode, 12, 4);
 HOSTAPI_STATIC_LAYOUT(AEGP_ErrReportState, 48, 4);
 HOSTAPI_STATIC_LAYOUT(AEGP_KeyframeEase, 16, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_StreamVal2, 32, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_StreamValue2, 40, 8);
 HOSTAPI_STATIC_LAYOUT(AEGP_StreamVal, 32, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_StreamValue, 40, 8);
-HOSTAPI_STATIC_LAYOUT(AEGP_MarkerVal, 1344, 1);
