@@ -51,16 +51,6 @@ TEST_P(ControlGreying, ControlLayerGreysTheTransformButNotTheShapeControls)
     }
 }
 
-TEST_P(ControlGreying, PlainInterfaceUpdateFollowsAControlLayerSetWithoutTheUser)
-{
-    // As when a project is opened: the value is there, only the panel is refreshed.
-    ui.session.set_param(PARAM_CONTROL_LAYER, host::ParamValue::layer(ui.nameless_id));
-    ASSERT_EQ(ui.session.update_params_ui(), PF_Err_NONE);
-    EXPECT_TRUE(ui.disabled(PARAM_POSITION_XY));
-    EXPECT_TRUE(ui.disabled(PARAM_ROTATION_Z));
-    EXPECT_FALSE(ui.disabled(PARAM_HYPERBOLOID));
-}
-
 TEST_P(ControlGreying, FalloffChoiceDecidesRadiusAndDistance)
 {
     // The default, None, needs neither; Inverse Square Clamped a radius only; Smooth both.
