@@ -18,21 +18,6 @@ struct WithError : AEO::ObjectBase {
     explicit WithError(PF_Err err) { _err = err; }
 };
 
-TEST(SuiteHolder, AcquiresOnFirstUseOnlyAndReleasesByTheSameNameAndVersion)
-{
-    hosted::HostedCommand command;
-    const void* layer_suite = command.host().registry().find(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
-    {
-        AEO::Suite<AEGP_LayerSuite6> holder(command.basic());
-        EXPECT_TRUE(command.calls().empty()) << "nothing is acquired before the first use";
-        EXPECT_EQ(holder.acquire(), layer_suite);
-        EXPECT_EQ(holder.acquire(), layer_suite);
-        EXPECT_EQ(command.calls(), Log{"acquire AEGP Layer Suite 12"});
-    }
-    EXPECT_EQ(command.calls(), (Log{"acquire AEGP Layer Suite 12", "release AEGP Layer Suite 12"}));
-    EXPECT_EQ(command.host().leaks(), "");
-}
-
 TEST(SuiteHolder, KeepsARefusalAndReleasesNothing)
 {
     hosted::HostedCommand command;
@@ -93,18 +78,6 @@ TEST(StickyError, TheFirstFailureSkipsEveryLaterCall)
 
     EXPECT_EQ(layer.GetObjectType(), AEGP_ObjectType_LIGHT) << "calls run again once the error is taken";
     EXPECT_EQ(layer_calls(), 2);
-}
-
-TEST(StickyError, AMissingSuiteBecomesTheObjectsError)
-{
-    hosted::HostedCommand command;
-    command.remove_suite(kAEGPLayerSuite, kAEGPLayerSuiteVersion6);
-    AEO::InData in_data(command.in());
-    AEO::Layer layer(in_data, nullptr);
-    EXPECT_EQ(layer.GetFlags(), AEGP_LayerFlags(AEGP_LayerFlag_NONE));
-    EXPECT_EQ(layer.err(), kSPSuiteNotFoundError);
-    EXPECT_EQ(command.count("AEGP_GetLayerFlags"), 0);
-    layer.take_err();
 }
 
 // A cancelled or clean object may die; one with any other live error fails an assertion.
