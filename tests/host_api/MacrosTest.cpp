@@ -15,42 +15,20 @@
 
 namespace {
 
-// How many of the configuration's alternatives the compiler saw defined.
-constexpr int kProcessorSwitches = 0
-#ifdef AE_PROC_INTEL
-    + 1
+// The configuration picks exactly one processor, and the SDK platform switch only on Windows
+// and macOS (the Linux build defines none).
+#if defined(AE_PROC_INTEL) + defined(AE_PROC_INTELx64) + defined(AE_PROC_ARM64) != 1
+#error "AEConfig.h must define exactly one AE_PROC_ switch"
 #endif
-#ifdef AE_PROC_INTELx64
-    + 1
+#if defined(AE_OS_WIN) + defined(AE_OS_MAC) != (defined(_WIN32) || defined(__APPLE__))
+#error "AEConfig.h must define one AE_OS_ switch on Windows and macOS, none elsewhere"
 #endif
-#ifdef AE_PROC_ARM64
-    + 1
-#endif
-    ;
-constexpr int kPlatformSwitches = 0
-#ifdef AE_OS_WIN
-    + 1
-#endif
-#ifdef AE_OS_MAC
-    + 1
-#endif
-    ;
-
 #ifndef AE_LITTLE_ENDIAN
 #error "AEConfig.h must define AE_LITTLE_ENDIAN"
 #endif
 #ifndef DllExport
 #error "entry.h must define DllExport once AEConfig.h is included"
 #endif
-
-TEST(HostApiMacros, ConfigurationPicksOneProcessorAndAtMostOnePlatform) {
-    EXPECT_EQ(kProcessorSwitches, 1);
-#if defined(_WIN32) || defined(__APPLE__)
-    EXPECT_EQ(kPlatformSwitches, 1);
-#else
-    EXPECT_EQ(kPlatformSwitches, 0) << "the Linux build defines no SDK platform switch";
-#endif
-}
 
 int g_calls = 0;
 

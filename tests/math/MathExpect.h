@@ -32,11 +32,4 @@ inline float maxDifference(const Vectormath::Aos::Matrix4& a, const Vectormath::
     return worst;
 }
 
-inline float maxDifference(const Vectormath::Aos::Matrix3& a, const Vectormath::Aos::Matrix3& b) {
-    float worst = 0.0f;
-    for (int col = 0; col < 3; ++col)
-        for (int row = 0; row < 3; ++row) worst = std::max(worst, std::fabs(a.getElem(col, row) - b.getElem(col, row)));
-    return worst;
-}
-
 }  // namespace math_test

@@ -54,21 +54,6 @@ TEST(PixelFromFloat, FloatIsUnclamped) {
     EXPECT_TRUE(std::isnan(channelFromFloat<PF_PixelFloat>(kNaN)));
 }
 
-// The channel values are held by the tables above; here only that no channel is swapped, in
-// each direction of the shared per-channel conversion.
-TEST(PixelConvert, ChannelsKeepTheirNamesBothWays) {
-    const PF_PixelFloat f8 = toFloatPixel(PF_Pixel{255, 0, 51, 102});
-    EXPECT_EQ(f8.alpha, 1.0f);
-    EXPECT_EQ(f8.red, 0.0f);
-    EXPECT_FLOAT_EQ(f8.green, 0.2f);
-    EXPECT_FLOAT_EQ(f8.blue, 0.4f);
-    const PF_Pixel16 p16 = PixelTraits<PF_Pixel16>::fromFloat(PF_PixelFloat{0.25f, 1.0f, 0.0f, 0.5f});
-    EXPECT_EQ(p16.alpha, 8192);
-    EXPECT_EQ(p16.red, 32768);
-    EXPECT_EQ(p16.green, 0);
-    EXPECT_EQ(p16.blue, 16384);
-}
-
 TEST(PixelRoundTrip, EveryEightAndSixteenBitLevelSurvives) {
     // Truncation would lose a level if c / white * white came out a hair below c.
     for (int c = 0; c <= 255; ++c) {

@@ -94,6 +94,18 @@ const Expected kExpected[] = {
 };
 static_assert(sizeof(kExpected) / sizeof(kExpected[0]) == 56, "one row per added parameter");
 
+// Ranges and default, in the slider's own units (16.16 for the fixed slider).
+template <class SliderDef>
+void expectSlider(const SliderDef& s, const Expected& e)
+{
+    EXPECT_EQ(s.valid_min, e.vmin);
+    EXPECT_EQ(s.valid_max, e.vmax);
+    EXPECT_EQ(s.slider_min, e.smin);
+    EXPECT_EQ(s.slider_max, e.smax);
+    EXPECT_EQ(s.value, e.dflt);
+    EXPECT_EQ(s.dephault, e.dflt);
+}
+
 void expectValueRecord(const Expected& e, const PF_ParamDef& d)
 {
     switch (e.kind) {
@@ -114,23 +126,13 @@ void expectValueRecord(const Expected& e, const PF_ParamDef& d)
         break;
     case FIXED:
         EXPECT_EQ(d.param_type, PF_Param_FIX_SLIDER);
-        EXPECT_EQ(d.u.fd.valid_min, e.vmin);
-        EXPECT_EQ(d.u.fd.valid_max, e.vmax);
-        EXPECT_EQ(d.u.fd.slider_min, e.smin);
-        EXPECT_EQ(d.u.fd.slider_max, e.smax);
-        EXPECT_EQ(d.u.fd.value, e.dflt);
-        EXPECT_EQ(d.u.fd.dephault, e.dflt);
+        expectSlider(d.u.fd, e);
         EXPECT_EQ(d.u.fd.precision, e.precision);
         EXPECT_EQ(d.u.fd.display_flags, 0) << "no percent display";
         break;
     case SLIDER:
         EXPECT_EQ(d.param_type, PF_Param_SLIDER);
-        EXPECT_EQ(d.u.sd.valid_min, e.vmin);
-        EXPECT_EQ(d.u.sd.valid_max, e.vmax);
-        EXPECT_EQ(d.u.sd.slider_min, e.smin);
-        EXPECT_EQ(d.u.sd.slider_max, e.smax);
-        EXPECT_EQ(d.u.sd.value, e.dflt);
-        EXPECT_EQ(d.u.sd.dephault, e.dflt);
+        expectSlider(d.u.sd, e);
         break;
     case POINT:
         EXPECT_EQ(d.param_type, PF_Param_POINT);
@@ -196,6 +198,7 @@ TEST(ParamsSetup, IdentifiersNameTheirRows)
     EXPECT_EQ(name(PARAM_CONTROL_LAYER), "Control Layer");
     EXPECT_EQ(name(PARAM_OPEN_PARAMETER), "Open Parameter");
     EXPECT_EQ(name(PARAM_REFLECTION_MAP), "Reflection Map");
+    EXPECT_EQ(name(PARAM_REFLECTION_ROLLOFF), "Reflection Rolloff");
     EXPECT_EQ(name(PARAM_USE_COMP_CAMERA), "Use Composition Camera");
     EXPECT_EQ(name(PARAM_FOG_COLOR), "Fog Color");
     EXPECT_EQ(name(PARAM_DAMMY), "dammy");

@@ -22,6 +22,14 @@ constexpr A_Err kHostRefusal = 0x1234;
 
 long live(hosted::HostedCommand& command, host::Resource kind) { return command.host().counters().live(kind); }
 
+// Nothing the wrappers took is still held: no effect, stream, stream value or suite.
+void expectNothingHeld(hosted::HostedCommand& command)
+{
+    for (host::Resource kind : {host::Resource::AegpEffect, host::Resource::AegpStream, host::Resource::AegpStreamValue})
+        EXPECT_EQ(live(command, kind), 0) << static_cast<int>(kind);
+    EXPECT_EQ(command.live_suites(), 0);
+}
+
 // The wrappers as the effect builds them for one command: interface, effect, stream.
 struct EffectAndStream {
     explicit EffectAndStream(hosted::HostedCommand& command)
@@ -70,8 +78,7 @@ TEST(EffectAndStreamHandles, AreTakenAfterTheirDisposingSuiteAndGivenBackInRever
                                   "release AEGP Effect Suite 3",
                                   "release AEGP PF Interface Suite 1",
                               }));
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
+    expectNothingHeld(command);
 }
 
 TEST(EffectAndStreamHandles, ARefusedEffectSuiteMeansTheEffectIsNeverAskedFor)
@@ -86,8 +93,7 @@ TEST(EffectAndStreamHandles, ARefusedEffectSuiteMeansTheEffectIsNeverAskedFor)
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, kSPSuiteNotFoundError, kSPSuiteNotFoundError}));
     }
     EXPECT_EQ(command.calls(), Log{"refuse AEGP Effect Suite 3"});
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
+    expectNothingHeld(command);
 }
 
 TEST(EffectAndStreamHandles, ARefusedStreamSuiteMeansTheStreamIsNeverAskedFor)
@@ -110,7 +116,7 @@ TEST(EffectAndStreamHandles, ARefusedStreamSuiteMeansTheStreamIsNeverAskedFor)
                                   "release AEGP Effect Suite 3",
                                   "release AEGP PF Interface Suite 1",
                               }));
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
+    expectNothingHeld(command);
     EXPECT_EQ(command.host().aegp().effect_expression(kSomeParam), nullptr);
 }
 
@@ -123,8 +129,7 @@ TEST(EffectAndStreamHandles, AFailedHostCallIsCarriedOnWithoutTakingAnything)
         EXPECT_EQ(wrappers.stream.handle(), nullptr);
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{kHostRefusal, kHostRefusal, kHostRefusal}));
     }
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(command.live_suites(), 0);
+    expectNothingHeld(command);
 
     command.host().faults().reset();
     command.host().faults().fail_every("AEGP_GetNewEffectStreamByIndex", kHostRefusal);
@@ -132,9 +137,7 @@ TEST(EffectAndStreamHandles, AFailedHostCallIsCarriedOnWithoutTakingAnything)
         EffectAndStream wrappers(command);
         EXPECT_EQ(wrappers.takeErrors(), (std::vector<PF_Err>{PF_Err_NONE, kHostRefusal, kHostRefusal}));
     }
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
-    EXPECT_EQ(command.live_suites(), 0);
+    expectNothingHeld(command);
 }
 
 // The route from a layer parameter to its layer, as the interface rules and the render use it.
@@ -155,9 +158,7 @@ TEST_P(LayerParamRoute, ReturnsTheRefusalOfADisposingSuiteAndLeavesNothingBehind
         EXPECT_EQ(AEO::GetLayerOfLayerParam(in_data, kPluginId, kLayerParam, &layer), kSPSuiteNotFoundError);
         EXPECT_EQ(layer, nullptr);
     }
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
-    EXPECT_EQ(command.live_suites(), 0);
+    expectNothingHeld(command);
 }
 
 INSTANTIATE_TEST_SUITE_P(RefusedSuite, LayerParamRoute,
@@ -175,10 +176,7 @@ TEST(LayerParamRouteWithoutALayer, GivesBackTheValueTheStreamAndTheEffect)
         EXPECT_EQ(command.count("AEGP_GetNewEffectStreamByIndex"), 1);
         EXPECT_EQ(command.count("AEGP_DisposeStreamValue"), 1);
     }
-    EXPECT_EQ(live(command, host::Resource::AegpStreamValue), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpEffect), 0);
-    EXPECT_EQ(live(command, host::Resource::AegpStream), 0);
-    EXPECT_EQ(command.live_suites(), 0);
+    expectNothingHeld(command);
 }
 
 }  // namespace

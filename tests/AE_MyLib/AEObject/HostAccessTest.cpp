@@ -31,21 +31,6 @@ TEST(SuiteHandler, AcquiresEachSuiteOnceAndReleasesAllAtTheEnd)
     EXPECT_EQ(command.calls().size(), 4u);
 }
 
-TEST(SuiteHandler, AMissingSuiteThrowsBadCallbackParam)
-{
-    hosted::HostedCommand command;
-    command.remove_suite(kPFSamplingFloatSuite, kPFSamplingFloatSuiteVersion1);
-    AEGP_SuiteHandler suites(command.basic());
-    try {
-        suites.SamplingFloatSuite1();
-        FAIL() << "no throw";
-    } catch (PF_Err err) {
-        EXPECT_EQ(err, PF_Err_BAD_CALLBACK_PARAM);
-    }
-    EXPECT_EQ(suites.Sampling8Suite1(), command.host().registry().find(kPFSampling8Suite, kPFSampling8SuiteVersion1))
-        << "other suites are unaffected";
-}
-
 // Parameter check-outs and check-ins, in order.
 Log checkouts(const hosted::HostedCommand& command)
 {

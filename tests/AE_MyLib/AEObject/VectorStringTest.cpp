@@ -1,4 +1,5 @@
-// AEO::Vector and AEO::String on host memory, and the UTF-16 to UTF-8 conversion.
+// AEO::String on host memory (its AEO::Vector storage is also held by RenderInfoLightsTest.*),
+// and the UTF-16 to UTF-8 conversion.
 
 #include <gtest/gtest.h>
 
@@ -7,64 +8,8 @@
 #include "AE_MyLib/AEObject/AEO_String.h"
 #include "AE_MyLib/AEObject/AEO_Vector.h"
 #include "AE_MyLib/AEObject/HostedCommand.h"
-#include "host/checks/HandleHeap.h"
 
 namespace {
-
-TEST(Vector, GrowsThroughHostMemoryKeepingItsElements)
-{
-    hosted::HostedCommand command;
-    const host::HandleHeap& handles = command.host().handles();
-    AEO::InData in_data(command.in());
-    {
-        AEO::Vector<int> v(&in_data);
-        EXPECT_EQ(v.size(), 0u);
-        EXPECT_EQ(command.host().counters().total(host::Resource::Handle), 0) << "an empty vector holds no storage";
-
-        v.resize(1, 7);
-        v.resize(3, 9);
-        ASSERT_EQ(v.size(), 3u);
-        EXPECT_EQ(v[0], 7);
-        EXPECT_EQ(v[1], 9);
-        EXPECT_EQ(v[2], 9);
-        EXPECT_EQ(handles.live(), 1u) << "the old storage is freed when it grows";
-
-        ASSERT_TRUE(v.reserve(100));
-        EXPECT_EQ(v.capacity(), 100u);
-        EXPECT_EQ(v[2], 9);
-        ASSERT_TRUE(v.reserve(10));
-        EXPECT_EQ(v.capacity(), 100u) << "never shrinks";
-    }
-    EXPECT_EQ(handles.live(), 0u) << "the destructor frees the storage";
-    EXPECT_EQ(command.host().counters().live(host::Resource::HandleLock), 0);
-}
-
-TEST(Vector, AFailedReserveLeavesItAsItWas)
-{
-    hosted::HostedCommand command;
-    AEO::InData in_data(command.in());
-    AEO::Vector<void*> lights(&in_data);
-    int a = 0, b = 0;
-    lights.resize(1, &a);
-    command.host().faults().fail_every("host_new_handle", PF_Err_OUT_OF_MEMORY);
-
-    EXPECT_FALSE(lights.reserve(5));
-    EXPECT_EQ(lights.capacity(), 1u);
-    lights.resize(2, &b);  // the slot cannot be had: the element is dropped
-    ASSERT_EQ(lights.size(), 1u);
-    EXPECT_EQ(lights[0], &a);
-    EXPECT_FALSE(lights.push_back(&b));
-    EXPECT_EQ(lights.size(), 1u);
-}
-
-TEST(Vector, WithoutAnAllocatorHoldsNothing)
-{
-    AEO::Vector<int> v;
-    EXPECT_FALSE(v.reserve(1));
-    v.resize(4, 1);
-    EXPECT_EQ(v.size(), 0u);
-    EXPECT_EQ(v.begin(), v.end());
-}
 
 TEST(String, AssignsAndAppendsWithATerminator)
 {

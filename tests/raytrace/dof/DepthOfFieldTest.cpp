@@ -188,24 +188,6 @@ TEST_F(DofComposite, ReturnsSamplingErrors)
     }
 }
 
-TEST(DofCompositeEightBit, EdgeRampIsQuantisedByTruncation)
-{
-    TraceScene scene(8);
-    DofWorlds<PF_Pixel> worlds(scene, 20, 5);
-    scene.allocateOutput<PF_Pixel>(20, 5);
-    scene.info().focus_distance = 100.0;
-    scene.info().dof_blur = 3.0;
-    worlds.fillLayer(kNearColour, 300.0f, [](A_long x, A_long) { return x <= 9 ? kRed : kClear; });
-    worlds.fillLayer(kFarColour, -1.0f, [](A_long, A_long) { return kClear; });
-    ASSERT_EQ(scene.iterate(DofCompositeCallback<PF_Pixel>), PF_Err_NONE);
-    // The host rounds 0.625 * 255 = 159.4 to 159; written back as 159 (or 158 when the
-    // float round trip lands just below).
-    EXPECT_NEAR(scene.pixel<PF_Pixel>(9, 2).alpha, 159, 1);
-    EXPECT_NEAR(scene.pixel<PF_Pixel>(11, 2).alpha, 32, 1);  // 0.125 * 255 = 31.9
-    EXPECT_EQ(scene.pixel<PF_Pixel>(7, 2).alpha, 255);
-    EXPECT_EQ(scene.pixel<PF_Pixel>(12, 2).alpha, 0);
-}
-
 // --- Depth pass -------------------------------------------------------------------------------
 
 // Parallel rays along local -y from y = 500 + R, R = 50.5: the corner ray of pixel (x, 1)

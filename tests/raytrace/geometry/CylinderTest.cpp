@@ -96,7 +96,7 @@ TEST_F(CylinderTest, OpenFactorScalesAboutTheFixedPointThenRotatesAndWraps)
     }
 }
 
-TEST_F(CylinderTest, HitcoordOfAStraightCylinderLiesAtTheRadiiAndRoundTripsAtTheMiddleRow)
+TEST_F(CylinderTest, HitcoordLiesAtTheRadiiRoundTripsAtTheMiddleRowAndWidensAHyperboloid)
 {
     setShapeSize(info, 120.0f, 80.0f, 0.0f);
     const Vector3 front = info.getHitcoordFromUV(200.0, info.size, 0.0, 0.5);
@@ -113,13 +113,8 @@ TEST_F(CylinderTest, HitcoordOfAStraightCylinderLiesAtTheRadiiAndRoundTripsAtThe
         EXPECT_NEAR(u2, u, 1e-6);
         EXPECT_NEAR(v2, 0.5, 1e-6);
     }
-}
-
-TEST_F(CylinderTest, HitcoordPutsTheTopBelowTheMiddleAndWidensAHyperboloid)
-{
     // The axial sign is reversed against getUVFromCoordinate; only v = 0.5 is used.
-    const Vector3 p = info.getHitcoordFromUV(200.0, info.size, 0.0, 1.0);
-    EXPECT_NEAR(p.getZ(), -100.0f, 1e-4);
+    EXPECT_NEAR(info.getHitcoordFromUV(200.0, info.size, 0.0, 1.0).getZ(), -100.0f, 1e-4);
 
     // A hyperboloid widens away from the waist.
     setShapeSize(info, 100.0f, 50.0f, 50.0f);
@@ -161,16 +156,13 @@ TEST_F(CylinderTest, JacobianOfACircularCylinderIsCircumferenceAndHeight)
     EXPECT_NEAR(dv, 600.0, 1e-9);
 }
 
-TEST_F(CylinderTest, JacobianOfAnEllipticCylinderMatchesItsArcLength)
+// An ellipse, and a hyperboloid whose c equals the texture height.
+TEST_F(CylinderTest, JacobianOfAnEllipseAndAHyperboloidMatchesTheirArcLength)
 {
     setShapeSize(info, 300.0f, 100.0f, 0.0f);
     for (double u : {0.0, 0.1, 0.25, 0.4, 0.77})
         expectJacobianMatchesSurface(info, u, 0.5);
-}
-
-TEST_F(CylinderTest, JacobianOfAHyperboloidMatchesItsArcLengthWhenCEqualsTheHeight)
-{
-    setShapeSize(info, 150.0f, 100.0f, 200.0f);  // c = texture height
+    setShapeSize(info, 150.0f, 100.0f, 200.0f);
     for (double v : {0.1, 0.5, 0.8})
         for (double u : {0.05, 0.6})
             expectJacobianMatchesSurface(info, u, v);

@@ -4,7 +4,6 @@
 
 #include <gtest/gtest.h>
 
-#include "raytrace/Hyperboloid.h"
 #include "render/RenderInfo.h"
 #include "support/ShapeSize.h"
 
@@ -95,70 +94,6 @@ TEST_F(CylinderExtensionTest, ExtremeAndNonFiniteVLieInNoCopy)
     EXPECT_TRUE(std::isnan(mapped(0.3, std::nan("")).second));
     EXPECT_EQ(copyIndexOf(-1e300, 1.5), -copyIndexOf(1e300, 1.5));
     EXPECT_EQ(copyIndexOf(-2.9, 1.5), -2);
-}
-
-// The two-sheet variant: copies per sheet, the lower sheet offset by one copy.
-class HyperboloidExtensionTest : public ::testing::Test {
-protected:
-    HyperboloidExtensionTest() : info(nullptr), extension()
-    {
-        info.texture_height = 200.0;
-        info.open_scale = 1.0;
-        extension.head_extensions = 0;
-        extension.tail_extensions = 2;
-        extension.interval = 0.5;
-        extension.head_side = true;
-        extension.tail_side = true;
-    }
-
-    RenderInfo info;
-    ExtraRenderInfo<Hyperboloid>::ExtensionInfo extension;
-};
-
-TEST_F(HyperboloidExtensionTest, UpperSheetHasTailCopiesLowerSheetOneMoreHeadCopy)
-{
-    const Vector3 upper(0.0f, 0.0f, 2.0f);
-    EXPECT_TRUE(extension.isTextureInExtension(0, upper));
-    EXPECT_TRUE(extension.isTextureInExtension(2, upper));
-    EXPECT_FALSE(extension.isTextureInExtension(3, upper));
-    EXPECT_FALSE(extension.isTextureInExtension(-1, upper));
-    extension.tail_side = false;
-    EXPECT_FALSE(extension.isTextureInExtension(1, upper));
-
-    // The lower sheet allows one more copy than its count.
-    const Vector3 lower(0.0f, 0.0f, -2.0f);
-    EXPECT_TRUE(extension.isTextureInExtension(-1, lower));  // 0 + 2 > 1
-    EXPECT_FALSE(extension.isTextureInExtension(-2, lower));
-    EXPECT_FALSE(extension.isTextureInExtension(1, lower));
-    extension.head_side = false;
-    EXPECT_FALSE(extension.isTextureInExtension(-1, lower));
-}
-
-TEST_F(HyperboloidExtensionTest, LowerSheetCopyDropsAnExtraInterval)
-{
-    const Vector3 lower(0.0f, 0.0f, -2.0f);
-    extension.screw = 0.25;
-    double u = 0.3, v = -0.2;  // k = -1, j = 0: no screw
-    extension.modifyUVByExtendedCylinder(lower, info, u, v);
-    EXPECT_NEAR(u, 0.3, 1e-12);
-    EXPECT_NEAR(v, 0.8, 1e-12);  // -0.2 + 1.5 - 0.5
-
-    extension.flip_vertical = true;
-    u = 0.3, v = -0.2;
-    extension.modifyUVByExtendedCylinder(lower, info, u, v);
-    EXPECT_NEAR(v, 0.2, 1e-12);
-}
-
-TEST_F(HyperboloidExtensionTest, UpperSheetScrewWrapsByTheLocalPeriod)
-{
-    info.open_scale = 2.0;
-    extension.screw = 0.5;
-    const Vector3 upper(0.0f, 0.0f, 2.0f);
-    // Period m = (2 - 1) * sqrt(3) + 1; u = 2.5 + 0.5 wraps to 3 - m.
-    double u = 2.5, v = 1.6;
-    extension.modifyUVByExtendedCylinder(upper, info, u, v);
-    EXPECT_NEAR(u, 3.0 - (std::sqrt(3.0) + 1.0), 1e-6);
-    EXPECT_NEAR(v, 0.1, 1e-12);
 }
 
 }  // namespace

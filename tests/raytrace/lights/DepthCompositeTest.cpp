@@ -28,31 +28,22 @@ struct DepthCase {
 // and the hit keeps its own alpha.
 const DepthCase kCases[] = {
     {"fog before start", kFog, 100, 200, 50, kHalfRed, kHalfRed},
-    {"fog at start", kFog, 100, 200, 100, kHalfRed, kHalfRed},
     {"fog halfway", kFog, 100, 200, 150, kHalfRed, {0.5f, 0.35f / 0.75f, 0.2f / 0.75f, 0.4f}},
-    {"fog at end", kFog, 100, 200, 200, kHalfRed, {0.5f, 0.2f, 0.4f, 0.6f}},
     {"fog beyond end", kFog, 100, 200, 1e6, kHalfRed, {0.5f, 0.2f, 0.4f, 0.6f}},
     {"fog on a transparent texel", kFog, 100, 200, 150, kClearGreen, {0.0f, 0.2f, 0.4f, 0.6f}},
     // start = end: (t - start) / 0 is NaN exactly at the start: no fog, and no NaN.
-    {"zero fog before", kFog, 100, 100, 99, kHalfRed, kHalfRed},
-    {"zero fog at start", kFog, 100, 100, 100, kHalfRed, kHalfRed},
     {"zero fog behind", kFog, 100, 100, 101, kHalfRed, {0.5f, 0.2f, 0.4f, 0.6f}},
     // End before start: the fraction runs backwards, so near hits are fogged.
     {"reversed fog near", kFog, 200, 100, 50, kHalfRed, {0.5f, 0.2f, 0.4f, 0.6f}},
-    {"reversed fog far", kFog, 200, 100, 250, kHalfRed, kHalfRed},
     // Fade-out scales alpha only.
     {"fade before", kFadeOut, 100, 200, 50, kBlue, kBlue},
-    {"fade at start", kFadeOut, 100, 200, 100, kBlue, kBlue},
     {"fade halfway", kFadeOut, 100, 200, 150, kBlue, {0.4f, 0.0f, 0.0f, 1.0f}},
     {"fade at end", kFadeOut, 100, 200, 200, kBlue, {0.0f, 0.0f, 0.0f, 1.0f}},
     {"fade beyond", kFadeOut, 100, 200, 400, kBlue, {0.0f, 0.0f, 0.0f, 1.0f}},
-    {"zero fade before", kFadeOut, 100, 100, 99, kBlue, kBlue},
     {"zero fade at start", kFadeOut, 100, 100, 100, kBlue, kBlue},
-    {"zero fade behind", kFadeOut, 100, 100, 101, kBlue, {0.0f, 0.0f, 0.0f, 1.0f}},
     // Off and unknown modes leave everything alone.
     {"off", kOff, 0, 1, 1e6, kBright, kBright},
     {"unknown 7", 7, 0, 1, 1e6, kBright, kBright},
-    {"unknown 0", 0, 0, 1, 1e6, kBright, kBright},
 };
 
 TEST(DepthComposite, FogAndFadeOutAcrossTheirRange)

@@ -58,18 +58,13 @@ TEST_F(LightPowerTest, FalloffAtItsLandmarks)
     // radius + distance / 2, none from radius + distance on; at a quarter (150):
     // 1 - 0.25^2 * (3 - 0.5) = 0.84375. Over zero distance: a step at the radius (0 / 0 on it).
     const FalloffCase cases[] = {
-        {kFalloffNone, 100, 200, Vector3(1, 0, 0), 1.0},
         {kFalloffNone, 100, 200, Vector3(1e5f, 0, 0), 1.0},
-        {kFalloffSmooth, 100, 200, Vector3(50, 0, 0), 1.0},
         {kFalloffSmooth, 100, 200, Vector3(100, 0, 0), 1.0},
         {kFalloffSmooth, 100, 200, Vector3(150, 0, 0), 0.84375},
         {kFalloffSmooth, 100, 200, Vector3(200, 0, 0), 0.5},
-        {kFalloffSmooth, 100, 200, Vector3(300, 0, 0), 0.0},
         {kFalloffSmooth, 100, 200, Vector3(1000, 0, 0), 0.0},
-        {kFalloffSmooth, 100, 0, Vector3(50, 0, 0), 1.0},
         {kFalloffSmooth, 100, 0, Vector3(100, 0, 0), 1.0},
         {kFalloffSmooth, 100, 0, Vector3(101, 0, 0), 0.0},
-        {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 50, 0), 1.0},
         {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 100, 0), 1.0},
         {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 200, 0), 0.25},
         {kFalloffInverseSquareClamped, 100, 1, Vector3(0, 400, 0), 0.0625},
@@ -144,17 +139,12 @@ TEST_F(LightPowerTest, SpotConeWithAndWithoutFeather)
 {
     const float ramp_middle = std::sqrt(0.51f);  // cos 0.7
     const SpotCase cases[] = {
-        {"on the axis", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 0, 100), 1.0, 0.0},
         {"inside, cos 0.8", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(60, 0, 80), 1.0, 0.0},
         {"just outside, cos 0.589", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(81, 0, 59), 0.0, 0.0},
-        {"outside", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 95, 31), 0.0, 0.0},
-        {"behind", 0.6, 0.0, kFalloffNone, 1.0f, Vector3(0, 0, -100), 0.0, 0.0},
         // (80, 0, 60) / 100 has a z of exactly 0.6f: (cos - cos_half_cone) / 0 is 0 / 0.
         {"on the edge", double(0.6f), 0.0, kFalloffNone, 1.0f, Vector3(80, 0, 60), 0.0, 0.0},
         {"feathered axis", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(0, 0, 100), 1.0, 0.0},
-        {"feather starts", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(60, 0, 80), 1.0, 1e-6},
         {"feather middle", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(ramp_middle * 100.0f, 0, 70), 0.5, 1e-5},
-        {"feather ends", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(80, 0, 60), 0.0, 1e-6},
         {"feathered side", 0.6, 0.5, kFalloffNone, 1.0f, Vector3(100, 0, 0), 0.0, 0.0},
         {"short axis", 0.6, 0.0, kFalloffNone, 0.5f, Vector3(0, 0, 100), 0.0, 0.0},
         {"falloff on the axis", 0.6, 0.5, kFalloffInverseSquareClamped, 1.0f, Vector3(0, 0, 200), 0.25, 1e-12},

@@ -230,37 +230,6 @@ TEST(PrimaryRayRenderSide, CameraSeesTheFacesOfItsSide)
     EXPECT_LT(trace(scene.info(), 1, 1).A, 0.0);
 }
 
-// --- Conversion to the output depth ----------------------------------------------------------
-
-// Orthographic, image centre y = 5/6: the corner ray of row 0 runs at z = 0, where v = 0.5, so
-// green = 0.5 * Emit exactly.
-template <class Pixel>
-Pixel greenHalfOfEmit(float emit)
-{
-    TraceScene scene(trace_test::BitsOf<Pixel>::value);
-    scene.setParallelView(2.5f, 5.0f / 6.0f);
-    scene.info().emit = emit;
-    scene.allocateOutput<Pixel>(5, 1);
-    EXPECT_EQ(scene.render<Pixel>(), PF_Err_NONE);
-    return scene.pixel<Pixel>(2, 0);
-}
-
-TEST(PrimaryRayOutput, IntegerDepthsTruncateAndClampFloatPassesThrough)
-{
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(1.998f).green, 254);  // 0.999 * 255 = 254.7
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(1.998f).alpha, 255);
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(4.0f).green, 255);
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel>(-1.0f).green, 0);
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(1.998f).green, 32735);  // 32735.2
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(4.0f).green, 32768);
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(4.0f).alpha, 32768);
-    EXPECT_EQ(greenHalfOfEmit<PF_Pixel16>(-1.0f).green, 0);
-    EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(1.998f).green, 0.999f);
-    EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(4.0f).green, 2.0f);
-    EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(-1.0f).green, -0.5f);
-    EXPECT_EQ(greenHalfOfEmit<PF_PixelFloat>(4.0f).alpha, 1.0f);
-}
-
 // --- Callback contract -----------------------------------------------------------------------
 
 TEST(PrimaryRayCallback, MissingSamplingSuiteIsReturnedNotThrown)

@@ -3,7 +3,6 @@
 
 #include <gtest/gtest.h>
 
-#include "host/session/Host.h"
 #include "host/pixels/PixelWorld.h"
 #include "math/PixelConvert.h"
 #include "raytrace/FootprintSampling.h"
@@ -181,37 +180,6 @@ TYPED_TEST(FootprintSamplingTest, MissingCopyIsTransparent)
     this->makeTexture(10, 10, [](A_long, A_long) { return kBlue; });
     this->expectPixel(this->sample(0.5, 2.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
     this->expectPixel(this->sample(0.5, -1.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
-}
-
-// --- The integer-depth wrapper of the host call. ---
-
-TEST(AreaSample, ConvertsEachDepthToUnitWhite)
-{
-    host::Host host;
-    auto scope = host.render_scope(8);
-    AEGP_SuiteHandler suites(scope->in_data()->pica_basicP);
-
-    host::OwnedWorld world8;
-    ASSERT_EQ(world8.allocate(1, 1, PF_PixelFormat_ARGB32), PF_Err_NONE);
-    *host::worldRow<PF_Pixel>(world8.get(), 0) = PF_Pixel{255, 51, 102, 0};
-    PF_SampPB pb = {};
-    pb.x_radius = pb.y_radius = 32768;  // half a pixel: exactly the one pixel
-    pb.src = &world8.get();
-    PF_PixelFloat out = {};
-    EXPECT_EQ(AreaSample<PF_Pixel>(scope->in_data(), suites, 0, 0, pb, out), PF_Err_NONE);
-    EXPECT_FLOAT_EQ(out.alpha, 1.0f);
-    EXPECT_FLOAT_EQ(out.red, 0.2f);
-    EXPECT_FLOAT_EQ(out.green, 0.4f);
-    EXPECT_FLOAT_EQ(out.blue, 0.0f);
-
-    host::OwnedWorld world16;
-    ASSERT_EQ(world16.allocate(1, 1, PF_PixelFormat_ARGB64), PF_Err_NONE);
-    *host::worldRow<PF_Pixel16>(world16.get(), 0) = PF_Pixel16{32768, 16384, 8192, 0};
-    pb.src = &world16.get();
-    EXPECT_EQ(AreaSample<PF_Pixel16>(scope->in_data(), suites, 0, 0, pb, out), PF_Err_NONE);
-    EXPECT_FLOAT_EQ(out.alpha, 1.0f);
-    EXPECT_FLOAT_EQ(out.red, 0.5f);
-    EXPECT_FLOAT_EQ(out.green, 0.25f);
 }
 
 }  // namespace

@@ -30,35 +30,21 @@ constexpr int kLayerDrivenCount = 8;
 
 TEST_P(ControlGreying, ControlLayerGreysTheTransformButNotTheShapeControls)
 {
-    for (int i = 0; i < kLayerDrivenCount; ++i) {
-        EXPECT_FALSE(ui.disabled(kUpdateOrder[i])) << "index " << kUpdateOrder[i] << " without a layer";
-    }
-
+    auto expectLayerDriven = [&](bool disabled, const char* when) {
+        for (int i = 0; i < kLayerDrivenCount; ++i)
+            EXPECT_EQ(ui.disabled(kUpdateOrder[i]), disabled) << "index " << kUpdateOrder[i] << " " << when;
+    };
+    expectLayerDriven(false, "without a layer");
     ASSERT_EQ(ui.chooseControlLayer(ui.rig_id), PF_Err_NONE);
-    for (int i = 0; i < kLayerDrivenCount; ++i) {
-        EXPECT_TRUE(ui.disabled(kUpdateOrder[i])) << "index " << kUpdateOrder[i] << " with a layer";
-    }
+    expectLayerDriven(true, "with a layer");
     // Shape and texture placement stay the user's, as do the control layer and the open
     // cylinder controls.
     for (PF_ParamIndex stays : {PARAM_SLIDE_TEXTURE, PARAM_HYPERBOLOID, PARAM_CONTROL_LAYER,
                                 PARAM_FIXED_POINT_U, PARAM_OPEN_PARAMETER}) {
         EXPECT_FALSE(ui.disabled(stays)) << "index " << stays;
     }
-
     ASSERT_EQ(ui.chooseControlLayer(0), PF_Err_NONE);
-    for (int i = 0; i < kLayerDrivenCount; ++i) {
-        EXPECT_FALSE(ui.disabled(kUpdateOrder[i])) << "index " << kUpdateOrder[i] << " after clearing";
-    }
-}
-
-TEST_P(ControlGreying, PlainInterfaceUpdateFollowsAControlLayerSetWithoutTheUser)
-{
-    // As when a project is opened: the value is there, only the panel is refreshed.
-    ui.session.set_param(PARAM_CONTROL_LAYER, host::ParamValue::layer(ui.nameless_id));
-    ASSERT_EQ(ui.session.update_params_ui(), PF_Err_NONE);
-    EXPECT_TRUE(ui.disabled(PARAM_POSITION_XY));
-    EXPECT_TRUE(ui.disabled(PARAM_ROTATION_Z));
-    EXPECT_FALSE(ui.disabled(PARAM_HYPERBOLOID));
+    expectLayerDriven(false, "after clearing");
 }
 
 TEST_P(ControlGreying, FalloffChoiceDecidesRadiusAndDistance)

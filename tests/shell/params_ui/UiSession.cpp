@@ -2,23 +2,11 @@
 
 #include <gtest/gtest.h>
 
-#include "AE_GeneralPlug.h"
 #include "host/api/AegpSuites.h"
+#include "host/comp/Expression.h"
 #include "shell/ParamIds.h"
 
 namespace ui_test {
-
-namespace {
-
-template <class Suite>
-const Suite* acquire(host::Host& session, const char* name, int version)
-{
-    const void* suite = nullptr;
-    EXPECT_EQ(session.pica_basic()->AcquireSuite(name, version, &suite), 0) << name;
-    return static_cast<const Suite*>(suite);
-}
-
-}  // namespace
 
 UiSession::UiSession(host::HostOptions options) : session(options)
 {
@@ -95,32 +83,8 @@ AEGP_DynStreamFlags UiSession::dynamicFlags(PF_ParamIndex index)
 
 double UiSession::streamValue(PF_ParamIndex index, double comp_seconds)
 {
-    const auto* iface = acquire<AEGP_PFInterfaceSuite1>(session, kAEGPPFInterfaceSuite,
-                                                        kAEGPPFInterfaceSuiteVersion1);
-    const auto* streams =
-        acquire<AEGP_StreamSuite4>(session, kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
-    const auto* effects =
-        acquire<AEGP_EffectSuite3>(session, kAEGPEffectSuite, kAEGPEffectSuiteVersion3);
-    double value = 0;
-    {
-        std::unique_ptr<host::RenderScope> scope = session.render_scope();
-        AEGP_EffectRefH effect = nullptr;
-        AEGP_StreamRefH stream = nullptr;
-        EXPECT_EQ(iface->AEGP_GetNewEffectForEffect(0, scope->effect_ref(), &effect), A_Err_NONE);
-        EXPECT_EQ(streams->AEGP_GetNewEffectStreamByIndex(0, effect, index, &stream), A_Err_NONE);
-        const A_Time time = {A_long(comp_seconds * 100), 100};
-        AEGP_StreamValue2 v{};
-        EXPECT_EQ(streams->AEGP_GetNewStreamValue(0, stream, AEGP_LTimeMode_CompTime, &time, false, &v),
-                  A_Err_NONE);
-        value = v.val.one_d;
-        streams->AEGP_DisposeStreamValue(&v);
-        streams->AEGP_DisposeStream(stream);
-        effects->AEGP_DisposeEffect(effect);
-    }
-    session.pica_basic()->ReleaseSuite(kAEGPEffectSuite, kAEGPEffectSuiteVersion3);
-    session.pica_basic()->ReleaseSuite(kAEGPStreamSuite, kAEGPStreamSuiteVersion4);
-    session.pica_basic()->ReleaseSuite(kAEGPPFInterfaceSuite, kAEGPPFInterfaceSuiteVersion1);
-    return value;
+    const std::optional<std::string> text = expression(index);
+    return text ? host::evaluate_expression(*text, *comp, comp_seconds, 0.0).value : 0.0;
 }
 
 host::HostOptions withLayerInParams(bool layer_in_params)

@@ -37,8 +37,8 @@ public:
     // The expression on an effect parameter's stream; nothing when it has none.
     std::optional<std::string> expression(PF_ParamIndex index);
     AEGP_DynStreamFlags dynamicFlags(PF_ParamIndex index);
-    // The value of an effect parameter's stream at a composition time, expression applied,
-    // read through the AEGP suites as another plug-in would.
+    // The value of a parameter whose own value is 0 at a composition time, its expression
+    // evaluated as the host evaluates it.
     double streamValue(PF_ParamIndex index, double comp_seconds);
 
     // The names of the host functions one action calls, in order.
