@@ -64,8 +64,11 @@ TEST(ATParameterCheckout, HoldsOneParameterAtATime)
         EXPECT_EQ(param.err(), PF_Err_NONE);
         EXPECT_EQ(heldCheckouts(command, "param 39"), 0);
         EXPECT_EQ(heldCheckouts(command, "param 1"), 1);
+        command.in()->current_time += command.in()->time_step;
+        param.param(1);
+        EXPECT_EQ(checkouts(command).size(), 7u) << "another time: the value is checked out again";
     }
-    EXPECT_EQ(checkouts(command), (Log{"out", "in", "out", "in", "out", "in"}));
+    EXPECT_EQ(checkouts(command), (Log{"out", "in", "out", "in", "out", "in", "out", "in"}));
     EXPECT_EQ(command.host().counters().live(host::Resource::ParamCheckout), 0);
 }
 
