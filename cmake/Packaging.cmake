@@ -10,6 +10,8 @@ include(GNUInstallDirs)
 
 install(TARGETS orbivane-render RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
 install(TARGETS Orbivane LIBRARY DESTINATION lib/orbivane)
+# Image files other than PNG (EXR frames, TIFF or JPEG textures) go through this module.
+install(TARGETS orbivane_imageio LIBRARY DESTINATION lib/orbivane)
 install(FILES ${CMAKE_BINARY_DIR}/Orbivane.pipl DESTINATION lib/orbivane)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/examples/ DESTINATION ${CMAKE_INSTALL_DATADIR}/orbivane/examples)
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DATADIR}/doc/orbivane)

@@ -34,7 +34,8 @@ Opened openModule() {
     Opened opened;
     const std::string program_dir = programDirectory();
     const std::string beside = program_dir.empty() ? "" : program_dir + "/" + kModuleName;
-    for (const std::string& path : {beside, std::string(ORBIVANE_IMAGEIO_MODULE)}) {
+    const std::string installed = program_dir.empty() ? "" : program_dir + "/../lib/orbivane/" + kModuleName;
+    for (const std::string& path : {beside, installed, std::string(ORBIVANE_IMAGEIO_MODULE)}) {
         if (path.empty() || !std::filesystem::exists(path)) continue;
         try {
             opened.library = new ModuleLibrary(path);
@@ -48,7 +49,7 @@ Opened openModule() {
         if (!opened.module) opened.error = path + " is not the image-IO module";
         return opened;
     }
-    opened.error = std::string(kModuleName) + " was found neither beside the program nor in the build";
+    opened.error = std::string(kModuleName) + " was found neither beside the program, nor in ../lib/orbivane, nor in the build";
     return opened;
 }
 
