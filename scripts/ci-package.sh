@@ -13,8 +13,9 @@ listing=$(unzip -Z1 "dist/Orbivane-$version-win64.zip" | sort | tr '\n' ' ')
 [ "$listing" = "INSTALL.txt Orbivane.aex " ] || { echo "ci-package: the zip holds: $listing" >&2; exit 1; }
 
 deb=$(ls dist/orbivane_"$version"_*.deb)
+contents=$(dpkg-deb -c "$deb")
 for file in usr/bin/orbivane-render usr/lib/orbivane/Orbivane.so usr/lib/orbivane/orbivane_imageio.so; do
-  dpkg-deb -c "$deb" | grep -q " \./$file$" || { echo "ci-package: the package lacks /$file" >&2; exit 1; }
+  grep -q " \./$file$" <<<"$contents" || { echo "ci-package: the package lacks /$file" >&2; exit 1; }
 done
 sudo=""; [ "$(id -u)" -ne 0 ] && sudo="sudo"
 export DEBIAN_FRONTEND=noninteractive
