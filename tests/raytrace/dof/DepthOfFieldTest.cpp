@@ -9,16 +9,14 @@
 #include "raytrace/DepthOfField.h"
 #include "raytrace/PrimaryRays.h"
 #include "raytrace/primary/TraceScene.h"
+#include "support/ColourWorld.h"
 
 using trace_test::TraceScene;
+using namespace test_support;
 
 namespace {
 
 enum { kNearColour = 0, kFarColour = 1, kNearDepth = 2, kFarDepth = 3 };
-
-const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
-const PF_PixelFloat kBlue = {1.0f, 0.0f, 0.0f, 1.0f};
-const PF_PixelFloat kClear = {0.0f, 0.0f, 0.0f, 0.0f};
 
 // The four temporary worlds of the two passes, made through the host's world suite:
 // two colour worlds of the pixel type, two 8-bit worlds holding one float depth per pixel.
@@ -40,10 +38,6 @@ public:
     {
         return PixelTraits<Pixel>::toFloat(*worldPixelAt<Pixel>(worlds_[which]->world(), x, y));
     }
-    void setColour(int which, A_long x, A_long y, const PF_PixelFloat& c)
-    {
-        *worldPixelAt<Pixel>(worlds_[which]->world(), x, y) = PixelTraits<Pixel>::fromFloat(c);
-    }
     float depth(int which, A_long x, A_long y) const
     {
         float d = 0.0f;
@@ -62,7 +56,7 @@ public:
         const PF_LayerDef& w = worlds_[colour_world]->world();
         for (A_long y = 0; y < w.height; ++y)
             for (A_long x = 0; x < w.width; ++x) {
-                setColour(colour_world, x, y, colour(x, y));
+                *worldPixelAt<Pixel>(w, x, y) = PixelTraits<Pixel>::fromFloat(colour(x, y));
                 setDepth(colour_world + 2, x, y, depth);
             }
     }
@@ -131,11 +125,8 @@ TEST_F(DofComposite, LayerInTheFocalPlaneIsPointSampled)
     ASSERT_EQ(composite(), PF_Err_NONE);
     for (A_long y = 0; y < 5; ++y)
         for (A_long x = 0; x < 20; ++x) {
-            const PF_PixelFloat want = worlds.colour(kNearColour, x, y);
-            const PF_PixelFloat got = out(x, y);
-            ASSERT_NEAR(got.alpha, want.alpha, 1e-6) << x << "," << y;
-            ASSERT_NEAR(got.red, want.red, 1e-6) << x << "," << y;
-            ASSERT_NEAR(got.green, want.green, 1e-6) << x << "," << y;
+            SCOPED_TRACE(::testing::Message() << x << "," << y);
+            expectColour(out(x, y), worlds.colour(kNearColour, x, y), 1e-6f);
         }
 }
 
@@ -166,10 +157,7 @@ TEST_F(DofComposite, NearerLayerIsLaidOverTheFarther)
             scene.host().faults().fail_every("area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED);
         ASSERT_EQ(composite(), PF_Err_NONE);
         scene.host().faults().reset();
-        const PF_PixelFloat p = out(5, 2);
-        EXPECT_NEAR(p.alpha, c.expected.alpha, c.tolerance);
-        EXPECT_NEAR(p.red, c.expected.red, c.tolerance);
-        EXPECT_NEAR(p.blue, c.expected.blue, c.tolerance);
+        expectColour(out(5, 2), c.expected, c.tolerance);
     }
 }
 
@@ -300,12 +288,9 @@ TYPED_TEST(DofBothPasses, FocalPlaneMatchesTheSharpRender)
     std::size_t k = 0;
     for (A_long x = 57; x <= 63; ++x)
         for (A_long y = 0; y < 3; ++y, ++k) {
-            const PF_PixelFloat want = PixelTraits<Pixel>::toFloat(sharp[k]);
-            const PF_PixelFloat got = s.scene.template colour<Pixel>(x, y);
-            const float tolerance = 1.0f / PixelTraits<Pixel>::white + 1e-6f;
-            EXPECT_NEAR(got.alpha, want.alpha, tolerance) << x << "," << y;
-            EXPECT_NEAR(got.red, want.red, tolerance) << x << "," << y;
-            EXPECT_NEAR(got.green, want.green, tolerance) << x << "," << y;
+            SCOPED_TRACE(::testing::Message() << x << "," << y);
+            expectColour(s.scene.template colour<Pixel>(x, y), PixelTraits<Pixel>::toFloat(sharp[k]),
+                         1.0f / PixelTraits<Pixel>::white + 1e-6f);
         }
     EXPECT_NEAR(s.scene.template colour<Pixel>(60, 1).red, 0.75f, 0.01f);
 }

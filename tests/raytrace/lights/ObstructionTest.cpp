@@ -22,10 +22,7 @@ Ray acrossTheCylinder()
 
 void expectFactors(const Vector4& f, float a, float r, float g, float b, float tolerance)
 {
-    EXPECT_NEAR(f.getX(), a, tolerance) << "alpha";
-    EXPECT_NEAR(f.getY(), r, tolerance) << "red";
-    EXPECT_NEAR(f.getZ(), g, tolerance) << "green";
-    EXPECT_NEAR(f.getW(), b, tolerance) << "blue";
+    expectColour(pixel(f.getX(), f.getY(), f.getZ(), f.getW()), pixel(a, r, g, b), tolerance);
 }
 
 class ObstructionTest : public ::testing::Test {

@@ -76,8 +76,7 @@ TEST_F(ReflectionTest, LooksUpTheMirroredDirectionInTheLatLongMap)
         scene.info().reflection_intensity = c.intensity;
         if (!c.map)
             scene.info().reflection_layer = PF_LayerDef{};
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(oblique(), e.alpha, e.red, e.green, e.blue, c.tolerance);
+        expectColour(oblique(), c.expected, c.tolerance);
     }
 }
 
@@ -125,9 +124,8 @@ TEST_F(ReflectionTest, FromInsideTheFarWallFiltersTheEnvironment)
         SCOPED_TRACE(c.name);
         scene.info().self_shadow = c.self_shadow;
         scene.info().light_transmission = c.transmission;
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f), 100.0),
-                    e.alpha, e.red, e.green, e.blue);
+        expectColour(shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0.6f, -0.8f, 0), 100.0f), 100.0),
+                     c.expected);
     }
 }
 
@@ -164,9 +162,9 @@ TEST(ShadingPixelDepths, AllThreeAgreeOnTheSameScene)
     const float r = 1.3f * 0.8f + highlight + 0.1f;
     const float g = 1.3f * 0.4f + highlight + 0.2f;
     const float b = 1.3f * 0.2f + highlight + 0.3f;
-    expectPixel(shadeFullScene<PF_Pixel>(), 0.5f, r, g, b, 1e-4f);
-    expectPixel(shadeFullScene<PF_Pixel16>(), 0.5f, r, g, b, 1e-4f);
-    expectPixel(shadeFullScene<PF_PixelFloat>(), 0.5f, r, g, b, 1e-5f);
+    expectColour(shadeFullScene<PF_Pixel>(), pixel(0.5f, r, g, b), 1e-4f);
+    expectColour(shadeFullScene<PF_Pixel16>(), pixel(0.5f, r, g, b), 1e-4f);
+    expectColour(shadeFullScene<PF_PixelFloat>(), pixel(0.5f, r, g, b));
 }
 
 } // namespace

@@ -14,7 +14,6 @@ namespace {
 
 using namespace shading_test;
 
-
 // The camera looks along +y at the near wall; the hit (0, -100, 0) has u = 0.25, v = 0.5 and
 // the normal (0, -1, 0) facing the camera.
 const Vector3 kHit(0.0f, -kRadius, 0.0f);
@@ -87,10 +86,9 @@ TEST(Shading, EmissionAmbientAndFrontLightAddUp)
         scene.setUniformTexture<PF_Pixel>(kTexel);
         scene.info().emit = 0.0f;
         c.setup(scene);
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), e.alpha, e.red, e.green, e.blue);
+        expectColour(shade<PF_Pixel>(scene, kHeadOn, 900.0), c.expected);
         if (&c == &cases[2])
-            expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), e.alpha, e.red, e.green, e.blue);
+            expectColour(shade<PF_Pixel>(scene, from_inside, 100.0), c.expected);
     }
 }
 
@@ -296,8 +294,7 @@ TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
         SCOPED_TRACE(c.name);
         scene.info().fixed_u = c.fixed_u;
         scene.info().show_pivot = c.show;
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(shade<PF_Pixel>(scene, c.ray, 900.0), e.alpha, e.red, e.green, e.blue, c.tolerance);
+        expectColour(shade<PF_Pixel>(scene, c.ray, 900.0), c.expected, c.tolerance);
     }
 }
 
