@@ -1,6 +1,8 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -206,20 +208,20 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
 {
     DepthPassScene<PF_PixelFloat> s;
     ASSERT_EQ(s.depthPass(), PF_Err_NONE);
-    EXPECT_NEAR(s.worlds.depth(kNearDepth, 60, 1), 500.0f, 1e-3);
-    EXPECT_NEAR(s.worlds.depth(kFarDepth, 60, 1), 601.0f, 1e-3);
-    EXPECT_NEAR(s.worlds.colour(kNearColour, 60, 1).red, 0.75f, 1e-5);  // face towards +y
-    EXPECT_NEAR(s.worlds.colour(kFarColour, 60, 1).red, 0.25f, 1e-5);   // face towards -y
-    EXPECT_EQ(s.worlds.colour(kNearColour, 60, 1).alpha, 1.0f);
-    EXPECT_EQ(s.worlds.colour(kFarColour, 60, 1).alpha, 1.0f);
+    // The near face looks towards +y (u 0.75), the far one towards -y (u 0.25).
+    for (const auto& [which, depth, u] : {std::tuple(kNearColour, 500.0f, 0.75f), std::tuple(kFarColour, 601.0f, 0.25f)}) {
+        EXPECT_NEAR(s.worlds.depth(which + 2, 60, 1), depth, 1e-3);
+        EXPECT_NEAR(s.worlds.colour(which, 60, 1).red, u, 1e-5);
+        EXPECT_EQ(s.worlds.colour(which, 60, 1).alpha, 1.0f);
+    }
 
     // A third of pixel 111 is covered (the dx = 1/6 samples, first of them sample 1 at
     // x = 50 1/3): both layers carry that coverage in alpha.
     const double half_chord = std::sqrt(50.5 * 50.5 - (50.0 + 1.0 / 3.0) * (50.0 + 1.0 / 3.0));
-    EXPECT_NEAR(s.worlds.depth(kNearDepth, 111, 1), 550.5 - half_chord, 1e-2);
-    EXPECT_NEAR(s.worlds.depth(kFarDepth, 111, 1), 550.5 + half_chord, 1e-2);
-    EXPECT_NEAR(s.worlds.colour(kNearColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
-    EXPECT_NEAR(s.worlds.colour(kFarColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
+    for (const auto& [which, sign] : {std::pair(kNearColour, -1.0), std::pair(kFarColour, 1.0)}) {
+        EXPECT_NEAR(s.worlds.depth(which + 2, 111, 1), 550.5 + sign * half_chord, 1e-2);
+        EXPECT_NEAR(s.worlds.colour(which, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
+    }
 
     // The last corner ray (dx = 5/6) passes |x - 60| - 50.5 pixels from the surface: kept
     // below 3 (columns 112, 113 and 9, 7), dropped from 3.5 on (114, 6).
@@ -228,12 +230,11 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
         float depth;
     } cases[] = {{112, 550.5f}, {113, 550.5f}, {114, -1.0f}, {116, -1.0f},
                  {9, 550.5f}, {7, 550.5f}, {6, -1.0f}, {0, -1.0f}};
-    for (const auto& c : cases) {
-        for (int which : {kNearDepth, kFarDepth})
-            EXPECT_NEAR(s.worlds.depth(which, c.x, 1), c.depth, 1e-3) << "x " << c.x;
-        EXPECT_EQ(s.worlds.colour(kNearColour, c.x, 1).alpha, 0.0f);
-        EXPECT_EQ(s.worlds.colour(kFarColour, c.x, 1).alpha, 0.0f);
-    }
+    for (const auto& c : cases)
+        for (int which : {kNearColour, kFarColour}) {
+            EXPECT_NEAR(s.worlds.depth(which + 2, c.x, 1), c.depth, 1e-3) << "x " << c.x;
+            EXPECT_EQ(s.worlds.colour(which, c.x, 1).alpha, 0.0f) << "x " << c.x;
+        }
 }
 
 // Outside hides the far layer, Inside the near one: a straight surface drops the hidden

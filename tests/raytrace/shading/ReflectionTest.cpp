@@ -144,9 +144,7 @@ PF_PixelFloat shadeFullScene()
     info.shininess = 8.0f;
     info.reflection_intensity = 0.5f;
     info.self_shadow = true;
-    info.depth_composite.mode = 3;
-    info.depth_composite.start = 0.0;
-    info.depth_composite.length = 200.0;
+    info.depth_composite = {3, 200.0, 0.0, pixel(1, 0, 0, 0)};  // fade out: mode, length, start
     scene.setUniformTexture<T>(kTexel);
     scene.setReflectionMap<T>(10, 4, [](int, int) { return pixel(1.0f, 0.2f, 0.4f, 0.6f); });
     scene.addLight(makeLight(kAmbient, Vector3(0, 0, 0), 0.5f));

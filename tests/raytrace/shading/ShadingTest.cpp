@@ -92,21 +92,14 @@ TEST(Shading, EmissionAmbientAndFrontLightAddUp)
     }
 }
 
-class BackLightTest : public ShadingTest {
-protected:
-    BackLightTest()
-    {
-        scene.info().diffuse = 0.5f;
-        scene.info().specular = 1.0f;  // the mirrored back light points away: no highlight
-        scene.addLight(makeLight(kPoint, Vector3(0, 500, 0)));
-    }
-};
-
 // Lambert 1 x transmission 0.5 x diffuse 0.5 = 0.25 x texel when let through. On its way the
 // light crosses the far wall: an opaque texel at transmission 0.5 passes 0.5 x texel =
 // (0.4, 0.2, 0.1) at full shadow darkness; darkness 0.5 blends that tint half way to white.
-TEST_F(BackLightTest, TransmissionAndSelfShadowFilterTheLight)
+TEST_F(ShadingTest, TransmissionAndSelfShadowFilterABackLight)
 {
+    scene.info().diffuse = 0.5f;
+    scene.info().specular = 1.0f;  // the mirrored back light points away: no highlight
+    scene.addLight(makeLight(kPoint, Vector3(0, 500, 0)));
     const struct {
         const char* name;
         float transmission;
@@ -212,19 +205,15 @@ TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
     expectPixel(headOn(), 0.0f, 0.0f, 0.0f, 0.0f);
 
     // Fog at full strength still colours it, without giving it coverage.
-    scene.info().depth_composite.mode = 2;
-    scene.info().depth_composite.start = 0.0;
-    scene.info().depth_composite.length = 100.0;
-    scene.info().depth_composite.color = pixel(1, 0.1f, 0.2f, 0.3f);
+    scene.info().depth_composite = {2, 100.0, 0.0, pixel(1, 0.1f, 0.2f, 0.3f)};  // mode, length, start
     expectPixel(headOn(), 0.0f, 0.1f, 0.2f, 0.3f);
 }
 
 TEST_F(ShadingTest, PartialCoverageAndFadeOutKeepTheStraightColour)
 {
     scene.info().emit = 1.0f;
-    scene.info().depth_composite.mode = 3;  // fade out over the ray's first 1800: half at 900
-    scene.info().depth_composite.start = 0.0;
-    scene.info().depth_composite.length = 1800.0;
+    // Fade out over the ray's first 1800: half at 900.
+    scene.info().depth_composite = {3, 1800.0, 0.0, pixel(1, 0, 0, 0)};
     expectPixel(headOn(), 0.5f, 0.8f, 0.4f, 0.2f);
 
     scene.info().depth_composite.mode = 1;
@@ -260,22 +249,11 @@ TEST(UvTestColour, ShowsUAndVInsideTheTextureAndItsCopies)
     expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.125f, 0.25f, 0.0f);
 }
 
-class PivotLineTest : public ShadingTest {
-protected:
-    PivotLineTest()
-    {
-        scene.info().emit = 1.0f;
-        scene.info().show_pivot = true;
-        // Fog over everything: the line must not take it.
-        scene.info().depth_composite.mode = 2;
-        scene.info().depth_composite.start = 0.0;
-        scene.info().depth_composite.length = 1.0;
-        scene.info().depth_composite.color = pixel(1, 0.5f, 0.5f, 0.5f);
-    }
-};
-
-TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
+// Under fog over everything, which the line must not take.
+TEST_F(ShadingTest, PivotLineReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
 {
+    scene.info().emit = 1.0f;
+    scene.info().depth_composite = {2, 1.0, 0.0, pixel(1, 0.5f, 0.5f, 0.5f)};  // mode, length, start
     const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
     const struct {
         const char* name;
