@@ -123,20 +123,13 @@ TEST_F(ShadingTest, TransmissionAndSelfShadowFilterABackLight)
     }
 }
 
-class HighlightTest : public ShadingTest {
-protected:
-    HighlightTest()
-    {
-        // Light at 45 degrees: Lambert cos 45, mirrored light at 45 degrees from the camera.
-        scene.info().specular = 1.0f;
-        scene.addLight(makeLight(kPoint, Vector3(-100, -200, 0)));
-    }
-    const float cos45 = std::sqrt(0.5f);
-};
-
-// Lambert stays inside; the exponent sharpens the highlight; metal tints it by the texel.
-TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
+// Light at 45 degrees: Lambert cos 45 stays inside, the mirrored light lies 45 degrees from the
+// camera; the exponent sharpens the highlight; metal tints it by the texel.
+TEST_F(ShadingTest, HighlightSharpensWithTheExponentTakesMetalTintAndShowsThroughTheSurface)
 {
+    scene.info().specular = 1.0f;
+    scene.addLight(makeLight(kPoint, Vector3(-100, -200, 0)));
+    const float cos45 = std::sqrt(0.5f);
     const struct {
         float shininess, metal;
         PF_PixelFloat tint;
@@ -153,6 +146,17 @@ TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
         scene.info().metal = c.metal;
         expectPixel(headOn(), 1.0f, c.tint.red * c.k, c.tint.green * c.k, c.tint.blue * c.k);
     }
+
+    // Seen at (0.6, 0.8), lit from behind at a grazing (-0.96, -0.28): Lambert 0.28 through
+    // the surface; the mirrored light (-0.96, 0.28) meets the view at -0.352.
+    scene.info().lights[0]->to_object = Matrix4::translation(Vector3(96, -72, 0));
+    scene.info().shininess = 1.0f;
+    scene.info().metal = 0.0f;
+    const Ray oblique = rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f);
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, 0.0f, 0.0f, 0.0f);
+    scene.info().light_transmission = 1.0f;
+    const float k = 0.28f * 0.352f;
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, k, k, k);
 }
 
 // The per-frame cutoff skips std::pow only where it returns +0, bit for bit, and only for the
@@ -180,20 +184,6 @@ TEST(HighlightPower, AgreesWithPowBitForBit)
         }
     }
     EXPECT_GT(highlightCutoffFor(3183.0f).zero_up_to, 0.7) << "a sharp highlight skips most hits";
-}
-
-TEST_F(HighlightTest, AppearsOnAFaceLitThroughTheSurface)
-{
-    // Seen at (0.6, 0.8), lit from behind at a grazing (-0.96, -0.28): Lambert 0.28 through
-    // the surface; the mirrored light (-0.96, 0.28) meets the view at -0.352.
-    scene.info().lights[0]->to_object = Matrix4::translation(Vector3(96, -72, 0));
-    scene.info().shininess = 1.0f;
-    const Ray oblique = rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f);
-    scene.info().light_transmission = 0.0f;
-    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, 0.0f, 0.0f, 0.0f);
-    scene.info().light_transmission = 1.0f;
-    const float k = 0.28f * 0.352f;
-    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, k, k, k);
 }
 
 TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
