@@ -209,10 +209,12 @@ TEST(PrimaryRayRenderSide, CameraSeesTheFacesOfItsSide)
             EXPECT_EQ(p.red, 0.0f);
             EXPECT_EQ(p.green, 0.0f);
         }
-        if (c.alpha > 0.0f && c.red != kAny)
+        if (c.alpha > 0.0f && c.red != kAny) {
             EXPECT_NEAR(p.red, c.red, 0.01);
-        if (c.alpha > 0.0f && c.green != kAny)
+        }
+        if (c.alpha > 0.0f && c.green != kAny) {
             EXPECT_NEAR(p.green, c.green, 0.01);
+        }
     }
     TraceScene scene(32);
     scene.setCylinder(100.0f, 100.0f);

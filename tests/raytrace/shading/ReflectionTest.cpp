@@ -78,15 +78,12 @@ TEST_F(ReflectionTest, LooksUpTheMirroredDirectionInTheLatLongMap)
             scene.info().reflection_layer = PF_LayerDef{};
         expectColour(oblique(), c.expected, c.tolerance);
     }
-}
-
-TEST_F(ReflectionTest, StraightDownTheAxisOfTheMapReadsColumnZero)
-{
     // Head on, the mirrored ray is composition -z: its y and x are both 0, which reads
     // longitude 0 (column 0) rather than atan2(-1, 0) (column 5).
-    const PF_PixelFloat out =
-        shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0, 1, 0), 900.0f), 900.0);
-    expectPixel(out, 1.0f, 0.0f, 0.5f, 0.25f);
+    scene.info().reflection_intensity = 1.0f;
+    scene.setReflectionMap<PF_PixelFloat>(10, 4, mapPixel);
+    expectColour(shade<PF_PixelFloat>(scene, rayThrough(kHit, Vector3(0, 1, 0), 900.0f), 900.0),
+                 pixel(1, 0, 1, 0.5f));
 }
 
 TEST_F(ReflectionTest, FootprintStretchesWithTheViewAngleAndTheLatitude)
