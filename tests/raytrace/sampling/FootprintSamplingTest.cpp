@@ -145,22 +145,20 @@ TYPED_TEST(FootprintSamplingTest, CopyBordersJoinTheNeighbouringCopy)
     this->expectCases(cases);
 }
 
-TYPED_TEST(FootprintSamplingTest, ScrewShiftsTheCopyAroundTheAxis)
+// Without copies nothing lies above or below the texture; copy 1 turned by half a turn shows
+// column 6 where the texture shows column 1.
+TYPED_TEST(FootprintSamplingTest, MissingCopiesAreTransparentAndScrewTurnsTheCopy)
 {
     this->makeTexture(10, 10, [](A_long x, A_long) {
         return x == 6 ? kBlue : (x == 1 ? kGreen : kClear);
     });
+    this->expectPixel(this->sample(0.6, 0.5, 0.5, 0.5), kBlue);
+    this->expectPixel(this->sample(0.6, 2.5, 0.5, 0.5), kClear);
+    this->expectPixel(this->sample(0.6, -1.5, 0.5, 0.5), kClear);
     this->info().extension.tail_extensions = 1;
     this->info().extension.screw = 0.5;
     this->expectPixel(this->sample(0.1, 1.5, 0.5, 0.5), kBlue);
     this->expectPixel(this->sample(0.1, 0.5, 0.5, 0.5), kGreen);
-}
-
-TYPED_TEST(FootprintSamplingTest, MissingCopyIsTransparent)
-{
-    this->makeTexture(10, 10, [](A_long, A_long) { return kBlue; });
-    this->expectPixel(this->sample(0.5, 2.5, 0.5, 0.5), kClear);
-    this->expectPixel(this->sample(0.5, -1.5, 0.5, 0.5), kClear);
 }
 
 }  // namespace
