@@ -209,7 +209,8 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
     DepthPassScene<PF_PixelFloat> s;
     ASSERT_EQ(s.depthPass(), PF_Err_NONE);
     // The near face looks towards +y (u 0.75), the far one towards -y (u 0.25).
-    for (const auto& [which, depth, u] : {std::tuple(kNearColour, 500.0f, 0.75f), std::tuple(kFarColour, 601.0f, 0.25f)}) {
+    for (const auto& [which, depth, u] :
+         {std::tuple(kNearColour, 500.0f, 0.75f), std::tuple(kFarColour, 601.0f, 0.25f)}) {
         EXPECT_NEAR(s.worlds.depth(which + 2, 60, 1), depth, 1e-3);
         EXPECT_NEAR(s.worlds.colour(which, 60, 1).red, u, 1e-5);
         EXPECT_EQ(s.worlds.colour(which, 60, 1).alpha, 1.0f);
@@ -290,10 +291,10 @@ TYPED_TEST(DofBothPasses, FocalPlaneMatchesTheSharpRender)
     for (A_long x = 57; x <= 63; ++x)
         for (A_long y = 0; y < 3; ++y, ++k) {
             SCOPED_TRACE(::testing::Message() << x << "," << y);
-            expectColour(s.scene.template colour<Pixel>(x, y), PixelTraits<Pixel>::toFloat(sharp[k]),
+            expectColour(toFloatPixel(s.scene.template pixel<Pixel>(x, y)), toFloatPixel(sharp[k]),
                          1.0f / PixelTraits<Pixel>::white + 1e-6f);
         }
-    EXPECT_NEAR(s.scene.template colour<Pixel>(60, 1).red, 0.75f, 0.01f);
+    EXPECT_NEAR(toFloatPixel(s.scene.template pixel<Pixel>(60, 1)).red, 0.75f, 0.01f);
 }
 
 // Focus at 1 and blur scale 3: every layer near depth 550 blurs by r = 3 * 549.5 / 550.5.

@@ -38,7 +38,8 @@ TEST(Obstruction, FarWallBlocksTintsOrLetsThrough)
     const Vector3 across(0, 1, 0);
     const PF_PixelFloat white = pixel(1, 1, 1, 1), none = pixel(0, 0, 0, 0);
     const PF_PixelFloat quarter = pixel(0.75f, 0.25f, 0.5f, 1.0f);
-    const PF_PixelFloat through_quarter = pixel(0.25f + 0.3f * 0.75f, 0.25f + 0.3f * 0.25f, 0.25f + 0.3f * 0.5f, 0.55f);
+    // (1 - 0.75) + 0.4 x 0.75 x c
+    const PF_PixelFloat through_quarter = pixel(0.475f, 0.325f, 0.4f, 0.55f);
     const struct {
         const char* name;
         Vector4 (*obstruction)(const PF_PixelFloat&, float, const Vector3&, int, float);
@@ -56,8 +57,8 @@ TEST(Obstruction, FarWallBlocksTintsOrLetsThrough)
          kNoLight, 0, pixel(0.625f, 0.75f, 0.5f, 0.65f), 1e-6f},
         {"transparent", obstruction<PF_Pixel16>, pixel(0, 1, 1, 1), 0.0f, across, kNoLight, 0, white, 0.0f},
         // Climbing steeply, the ray meets the far wall at z = 400: v = 2.5, no texture there.
-        {"beyond the texture", obstruction<PF_Pixel>, white, 0.0f, Vectormath::Aos::normalize(Vector3(0, 1, 2)),
-         kNoLight, 0, white, 0.0f},
+        {"beyond the texture", obstruction<PF_Pixel>, white, 0.0f, normalize(Vector3(0, 1, 2)), kNoLight, 0,
+         white, 0.0f},
         {"leaving outwards", obstruction<PF_Pixel>, white, 0.0f, Vector3(0, -1, 0), kNoLight, 0, white, 0.0f},
         // Parallel to the axis on the wall: the quadric has no second crossing.
         {"along the wall", obstruction<PF_Pixel>, white, 0.0f, Vector3(0, 0, 1), kNoLight, 0, white, 0.0f},

@@ -53,7 +53,7 @@ TYPED_TEST(PrimaryRayImage, StraightCylinderHeadOnCoversColumns25To174)
     ASSERT_EQ(scene.render<Pixel>(), PF_Err_NONE);
     for (A_long y = 0; y < 9; ++y)
         for (A_long x = 0; x < 200; ++x) {
-            const PF_PixelFloat p = scene.colour<Pixel>(x, y);
+            const PF_PixelFloat p = toFloatPixel(scene.template pixel<Pixel>(x, y));
             if (x >= 25 && x <= 174) {
                 ASSERT_EQ(p.alpha, 1.0f) << "x " << x << " y " << y;
             } else {
