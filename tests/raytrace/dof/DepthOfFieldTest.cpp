@@ -1,6 +1,8 @@
 #include <cmath>
 #include <cstring>
 #include <memory>
+#include <tuple>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -9,16 +11,14 @@
 #include "raytrace/DepthOfField.h"
 #include "raytrace/PrimaryRays.h"
 #include "raytrace/primary/TraceScene.h"
+#include "support/ColourWorld.h"
 
 using trace_test::TraceScene;
+using namespace test_support;
 
 namespace {
 
 enum { kNearColour = 0, kFarColour = 1, kNearDepth = 2, kFarDepth = 3 };
-
-const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
-const PF_PixelFloat kBlue = {1.0f, 0.0f, 0.0f, 1.0f};
-const PF_PixelFloat kClear = {0.0f, 0.0f, 0.0f, 0.0f};
 
 // The four temporary worlds of the two passes, made through the host's world suite:
 // two colour worlds of the pixel type, two 8-bit worlds holding one float depth per pixel.
@@ -40,10 +40,6 @@ public:
     {
         return PixelTraits<Pixel>::toFloat(*worldPixelAt<Pixel>(worlds_[which]->world(), x, y));
     }
-    void setColour(int which, A_long x, A_long y, const PF_PixelFloat& c)
-    {
-        *worldPixelAt<Pixel>(worlds_[which]->world(), x, y) = PixelTraits<Pixel>::fromFloat(c);
-    }
     float depth(int which, A_long x, A_long y) const
     {
         float d = 0.0f;
@@ -62,7 +58,7 @@ public:
         const PF_LayerDef& w = worlds_[colour_world]->world();
         for (A_long y = 0; y < w.height; ++y)
             for (A_long x = 0; x < w.width; ++x) {
-                setColour(colour_world, x, y, colour(x, y));
+                *worldPixelAt<Pixel>(w, x, y) = PixelTraits<Pixel>::fromFloat(colour(x, y));
                 setDepth(colour_world + 2, x, y, depth);
             }
     }
@@ -131,11 +127,8 @@ TEST_F(DofComposite, LayerInTheFocalPlaneIsPointSampled)
     ASSERT_EQ(composite(), PF_Err_NONE);
     for (A_long y = 0; y < 5; ++y)
         for (A_long x = 0; x < 20; ++x) {
-            const PF_PixelFloat want = worlds.colour(kNearColour, x, y);
-            const PF_PixelFloat got = out(x, y);
-            ASSERT_NEAR(got.alpha, want.alpha, 1e-6) << x << "," << y;
-            ASSERT_NEAR(got.red, want.red, 1e-6) << x << "," << y;
-            ASSERT_NEAR(got.green, want.green, 1e-6) << x << "," << y;
+            SCOPED_TRACE(::testing::Message() << x << "," << y);
+            expectColour(out(x, y), worlds.colour(kNearColour, x, y), 1e-6f);
         }
 }
 
@@ -166,10 +159,7 @@ TEST_F(DofComposite, NearerLayerIsLaidOverTheFarther)
             scene.host().faults().fail_every("area_sample_float", PF_Err_INTERNAL_STRUCT_DAMAGED);
         ASSERT_EQ(composite(), PF_Err_NONE);
         scene.host().faults().reset();
-        const PF_PixelFloat p = out(5, 2);
-        EXPECT_NEAR(p.alpha, c.expected.alpha, c.tolerance);
-        EXPECT_NEAR(p.red, c.expected.red, c.tolerance);
-        EXPECT_NEAR(p.blue, c.expected.blue, c.tolerance);
+        expectColour(out(5, 2), c.expected, c.tolerance);
     }
 }
 
@@ -218,20 +208,21 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
 {
     DepthPassScene<PF_PixelFloat> s;
     ASSERT_EQ(s.depthPass(), PF_Err_NONE);
-    EXPECT_NEAR(s.worlds.depth(kNearDepth, 60, 1), 500.0f, 1e-3);
-    EXPECT_NEAR(s.worlds.depth(kFarDepth, 60, 1), 601.0f, 1e-3);
-    EXPECT_NEAR(s.worlds.colour(kNearColour, 60, 1).red, 0.75f, 1e-5);  // face towards +y
-    EXPECT_NEAR(s.worlds.colour(kFarColour, 60, 1).red, 0.25f, 1e-5);   // face towards -y
-    EXPECT_EQ(s.worlds.colour(kNearColour, 60, 1).alpha, 1.0f);
-    EXPECT_EQ(s.worlds.colour(kFarColour, 60, 1).alpha, 1.0f);
+    // The near face looks towards +y (u 0.75), the far one towards -y (u 0.25).
+    for (const auto& [which, depth, u] :
+         {std::tuple(kNearColour, 500.0f, 0.75f), std::tuple(kFarColour, 601.0f, 0.25f)}) {
+        EXPECT_NEAR(s.worlds.depth(which + 2, 60, 1), depth, 1e-3);
+        EXPECT_NEAR(s.worlds.colour(which, 60, 1).red, u, 1e-5);
+        EXPECT_EQ(s.worlds.colour(which, 60, 1).alpha, 1.0f);
+    }
 
     // A third of pixel 111 is covered (the dx = 1/6 samples, first of them sample 1 at
     // x = 50 1/3): both layers carry that coverage in alpha.
     const double half_chord = std::sqrt(50.5 * 50.5 - (50.0 + 1.0 / 3.0) * (50.0 + 1.0 / 3.0));
-    EXPECT_NEAR(s.worlds.depth(kNearDepth, 111, 1), 550.5 - half_chord, 1e-2);
-    EXPECT_NEAR(s.worlds.depth(kFarDepth, 111, 1), 550.5 + half_chord, 1e-2);
-    EXPECT_NEAR(s.worlds.colour(kNearColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
-    EXPECT_NEAR(s.worlds.colour(kFarColour, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
+    for (const auto& [which, sign] : {std::pair(kNearColour, -1.0), std::pair(kFarColour, 1.0)}) {
+        EXPECT_NEAR(s.worlds.depth(which + 2, 111, 1), 550.5 + sign * half_chord, 1e-2);
+        EXPECT_NEAR(s.worlds.colour(which, 111, 1).alpha, 1.0f / 3.0f, 1e-6);
+    }
 
     // The last corner ray (dx = 5/6) passes |x - 60| - 50.5 pixels from the surface: kept
     // below 3 (columns 112, 113 and 9, 7), dropped from 3.5 on (114, 6).
@@ -240,12 +231,11 @@ TEST(DofDepthPass, KeepsNearAndFarLayersWithTheirDepthsAndNearMissesTheirClosest
         float depth;
     } cases[] = {{112, 550.5f}, {113, 550.5f}, {114, -1.0f}, {116, -1.0f},
                  {9, 550.5f}, {7, 550.5f}, {6, -1.0f}, {0, -1.0f}};
-    for (const auto& c : cases) {
-        for (int which : {kNearDepth, kFarDepth})
-            EXPECT_NEAR(s.worlds.depth(which, c.x, 1), c.depth, 1e-3) << "x " << c.x;
-        EXPECT_EQ(s.worlds.colour(kNearColour, c.x, 1).alpha, 0.0f);
-        EXPECT_EQ(s.worlds.colour(kFarColour, c.x, 1).alpha, 0.0f);
-    }
+    for (const auto& c : cases)
+        for (int which : {kNearColour, kFarColour}) {
+            EXPECT_NEAR(s.worlds.depth(which + 2, c.x, 1), c.depth, 1e-3) << "x " << c.x;
+            EXPECT_EQ(s.worlds.colour(which, c.x, 1).alpha, 0.0f) << "x " << c.x;
+        }
 }
 
 // Outside hides the far layer, Inside the near one: a straight surface drops the hidden
@@ -300,14 +290,11 @@ TYPED_TEST(DofBothPasses, FocalPlaneMatchesTheSharpRender)
     std::size_t k = 0;
     for (A_long x = 57; x <= 63; ++x)
         for (A_long y = 0; y < 3; ++y, ++k) {
-            const PF_PixelFloat want = PixelTraits<Pixel>::toFloat(sharp[k]);
-            const PF_PixelFloat got = s.scene.template colour<Pixel>(x, y);
-            const float tolerance = 1.0f / PixelTraits<Pixel>::white + 1e-6f;
-            EXPECT_NEAR(got.alpha, want.alpha, tolerance) << x << "," << y;
-            EXPECT_NEAR(got.red, want.red, tolerance) << x << "," << y;
-            EXPECT_NEAR(got.green, want.green, tolerance) << x << "," << y;
+            SCOPED_TRACE(::testing::Message() << x << "," << y);
+            expectColour(toFloatPixel(s.scene.template pixel<Pixel>(x, y)), toFloatPixel(sharp[k]),
+                         1.0f / PixelTraits<Pixel>::white + 1e-6f);
         }
-    EXPECT_NEAR(s.scene.template colour<Pixel>(60, 1).red, 0.75f, 0.01f);
+    EXPECT_NEAR(toFloatPixel(s.scene.template pixel<Pixel>(60, 1)).red, 0.75f, 0.01f);
 }
 
 // Focus at 1 and blur scale 3: every layer near depth 550 blurs by r = 3 * 549.5 / 550.5.

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "raytrace/DepthComposite.h"
+#include "support/ColourWorld.h"
 
 namespace {
 
@@ -57,10 +58,7 @@ TEST(DepthComposite, FogAndFadeOutAcrossTheirRange)
         info.color = kFogColour;
         PF_PixelFloat p = c.in;
         depthComposite(info, c.t, p);
-        EXPECT_NEAR(p.alpha, c.expected.alpha, 1e-6);
-        EXPECT_NEAR(p.red, c.expected.red, 1e-6);
-        EXPECT_NEAR(p.green, c.expected.green, 1e-6);
-        EXPECT_NEAR(p.blue, c.expected.blue, 1e-6);
+        test_support::expectColour(p, c.expected, 1e-6f);
     }
 }
 

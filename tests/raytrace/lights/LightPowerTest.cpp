@@ -84,42 +84,42 @@ TEST_F(LightPowerTest, InverseSquareClampedLetsANaNRadiusThrough)
     EXPECT_TRUE(std::isnan(powerAt(light, Vector3(0, 200, 0))));
 }
 
-TEST_F(LightPowerTest, PointLightDirectionRunsFromTheLightToThePointAndIsZeroOnIt)
+// A point light's direction runs from the light to the point, zero on the light itself, where
+// the power stays finite. A parallel light (axis stored with length 2 along -y) shines along its
+// unit axis with falloff from its position; ambient lights ignore falloff and have no
+// direction; an unknown type gives power one and leaves the direction alone.
+TEST_F(LightPowerTest, DirectionAndFalloffOfEachLightType)
 {
-    const vLight light = makeLight(kPoint, Vector3(10, 20, 30));
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(10, 20, 230)), 1.0);
-    expectDirection(0, 0, 1);
-    powerAt(light, Vector3(-290, 20, 30));
-    expectDirection(-1, 0, 0);
-
-    // On the light itself everything stays finite.
-    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(10, 20, 30)), 1.0);
-    expectDirection(0, 0, 0);
-}
-
-TEST_F(LightPowerTest, ParallelLightShinesAlongItsUnitAxisWithFalloffFromItsPosition)
-{
-    // Axis stored with length 2 along -y; the light sits at the origin.
-    vLight light = makeLight(kParallel, Vector3(0, 0, 0));
-    light.to_object = Matrix4(Vector4(1, 0, 0, 0), Vector4(0, 0, 1, 0), Vector4(0, -2, 0, 0),
-                              Vector4(0, 0, 0, 1));
-    setFalloff(kFalloffInverseSquareClamped, 100.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(200, 0, 0)), 0.25);
-    expectDirection(0, -1, 0);
-}
-
-TEST_F(LightPowerTest, AmbientAndUnknownLightsIgnoreFalloff)
-{
-    const vLight light = makeLight(kAmbient, Vector3(0, 0, 0));
-    setFalloff(kFalloffInverseSquareClamped, 1.0, 1.0);
-    EXPECT_DOUBLE_EQ(powerAt(light, Vector3(0, 1000, 0)), 1.0);
-    expectDirection(0, 0, 0);
-
-    // An unknown type gives power one and leaves the direction alone.
-    direction = Vector3(9, 9, 9);
-    EXPECT_DOUBLE_EQ(powerAt(makeLight(7, Vector3(0, 0, 0)), Vector3(0, 1000, 0)), 1.0);
-    expectDirection(9, 9, 9);
+    vLight parallel = makeLight(kParallel, Vector3(0, 0, 0));
+    parallel.to_object = Matrix4(Vector4(1, 0, 0, 0), Vector4(0, 0, 1, 0), Vector4(0, -2, 0, 0),
+                                 Vector4(0, 0, 0, 1));
+    const struct {
+        const char* name;
+        vLight light;
+        int falloff;
+        Vector3 point;
+        double power;
+        Vector3 direction;
+    } cases[] = {
+        {"point, above", makeLight(kPoint, Vector3(10, 20, 30)), kFalloffNone, Vector3(10, 20, 230), 1.0,
+         Vector3(0, 0, 1)},
+        {"point, aside", makeLight(kPoint, Vector3(10, 20, 30)), kFalloffNone, Vector3(-290, 20, 30), 1.0,
+         Vector3(-1, 0, 0)},
+        {"point, on it", makeLight(kPoint, Vector3(10, 20, 30)), kFalloffInverseSquareClamped,
+         Vector3(10, 20, 30), 1.0, Vector3(0, 0, 0)},
+        {"parallel", parallel, kFalloffInverseSquareClamped, Vector3(200, 0, 0), 0.25, Vector3(0, -1, 0)},
+        {"ambient", makeLight(kAmbient, Vector3(0, 0, 0)), kFalloffInverseSquareClamped, Vector3(0, 1000, 0),
+         1.0, Vector3(0, 0, 0)},
+        {"unknown type", makeLight(7, Vector3(0, 0, 0)), kFalloffInverseSquareClamped, Vector3(0, 1000, 0),
+         1.0, Vector3(9, 9, 9)},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        setFalloff(c.falloff, 100.0, 1.0);
+        direction = Vector3(9, 9, 9);
+        EXPECT_DOUBLE_EQ(powerAt(c.light, c.point), c.power);
+        expectDirection(c.direction.getX(), c.direction.getY(), c.direction.getZ());
+    }
 }
 
 // Spot at the origin pointing along +z (the translation matrix keeps the z axis), its cone

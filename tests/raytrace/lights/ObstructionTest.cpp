@@ -10,109 +10,70 @@ namespace {
 
 using namespace shading_test;
 
-// Starts on the near wall at (0, -100, 0) and crosses the far wall at (0, 100, 0), t = 200,
-// where u = 0.75 and v = 0.5: the middle of the texture.
-Ray acrossTheCylinder()
-{
-    Ray ray;
-    ray.direction = Vector3(0, 1, 0);
-    ray.origin = Vector4(0, -kRadius, 0, 1);
-    return ray;
-}
+constexpr int kNoLight = -1;
 
-void expectFactors(const Vector4& f, float a, float r, float g, float b, float tolerance)
+// What the far wall lets through: a ray from the near wall at (0, -100, 0) along `direction`
+// (along +y it crosses the far wall at (0, 100, 0), t = 200, where u = 0.75 and v = 0.5, the
+// middle of the texture), on a uniform texture of the pixel type T.
+template <class T>
+Vector4 obstruction(const PF_PixelFloat& texel, float transmission, const Vector3& direction,
+                    int light_type, float light_y)
 {
-    EXPECT_NEAR(f.getX(), a, tolerance) << "alpha";
-    EXPECT_NEAR(f.getY(), r, tolerance) << "red";
-    EXPECT_NEAR(f.getZ(), g, tolerance) << "green";
-    EXPECT_NEAR(f.getW(), b, tolerance) << "blue";
-}
-
-class ObstructionTest : public ::testing::Test {
-protected:
     Scene scene;
-};
-
-TEST_F(ObstructionTest, OpaqueTexelBlocksOrTintsByTheTransmission)
-{
-    scene.setUniformTexture<PF_Pixel>(pixel(1.0f, 0.8f, 0.4f, 0.2f));
-    scene.info().light_transmission = 0.0f;
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), nullptr), 0, 0, 0,
-                  0, 1e-6f);
-    scene.info().light_transmission = 1.0f;
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), nullptr), 1.0f,
-                  0.8f, 0.4f, 0.2f, 1e-6f);
+    scene.setUniformTexture<T>(texel);
+    scene.info().light_transmission = transmission;
+    Ray ray;
+    ray.direction = direction;
+    ray.origin = Vector4(0, -kRadius, 0, 1);
+    const vLight light = makeLight(light_type, Vector3(0, light_y, 0));
+    return GetObstColor<T>(scene.info(), ray, light_type == kNoLight ? nullptr : &light);
 }
 
-TEST_F(ObstructionTest, HalfTransparentTexelMixesPassingAndTransmittedLight)
+// An opaque texel blocks or tints by the transmission; a half-transparent one mixes passing and
+// transmitted light, (1 - a) + transmission a c per channel; a transparent texel or no crossing
+// inside the texture blocks nothing. Towards a point light the shadow ray stops at the light,
+// towards a parallel light it has no limit.
+TEST(Obstruction, FarWallBlocksTintsOrLetsThrough)
 {
-    // alpha 0.5, transmission 0.5: (1 - 0.5) + 0.5 * 0.5 * c per channel.
-    scene.setUniformTexture<PF_PixelFloat>(pixel(0.5f, 1.0f, 0.0f, 0.6f));
-    scene.info().light_transmission = 0.5f;
-    expectFactors(GetObstColor<PF_PixelFloat>(scene.info(), acrossTheCylinder(), nullptr),
-                  0.625f, 0.75f, 0.5f, 0.65f, 1e-6f);
-}
-
-TEST_F(ObstructionTest, TransparentTexelOrNoCrossingInTheTextureBlocksNothing)
-{
-    scene.setUniformTexture<PF_Pixel16>(pixel(0.0f, 1.0f, 1.0f, 1.0f));
-    expectFactors(GetObstColor<PF_Pixel16>(scene.info(), acrossTheCylinder(), nullptr), 1, 1,
-                  1, 1, 0.0f);
-
-    scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
+    const Vector3 across(0, 1, 0);
+    const PF_PixelFloat white = pixel(1, 1, 1, 1), none = pixel(0, 0, 0, 0);
+    const PF_PixelFloat quarter = pixel(0.75f, 0.25f, 0.5f, 1.0f);
+    // (1 - 0.75) + 0.4 x 0.75 x c
+    const PF_PixelFloat through_quarter = pixel(0.475f, 0.325f, 0.4f, 0.55f);
     const struct {
         const char* name;
+        Vector4 (*obstruction)(const PF_PixelFloat&, float, const Vector3&, int, float);
+        PF_PixelFloat texel;
+        float transmission;
         Vector3 direction;
-    } rays[] = {
+        int light;
+        float light_y;
+        PF_PixelFloat expected;
+        float tolerance;
+    } cases[] = {
+        {"opaque", obstruction<PF_Pixel>, kTexel, 0.0f, across, kNoLight, 0, none, 1e-6f},
+        {"opaque, transmitting", obstruction<PF_Pixel>, kTexel, 1.0f, across, kNoLight, 0, kTexel, 1e-6f},
+        {"half transparent", obstruction<PF_PixelFloat>, pixel(0.5f, 1.0f, 0.0f, 0.6f), 0.5f, across,
+         kNoLight, 0, pixel(0.625f, 0.75f, 0.5f, 0.65f), 1e-6f},
+        {"transparent", obstruction<PF_Pixel16>, pixel(0, 1, 1, 1), 0.0f, across, kNoLight, 0, white, 0.0f},
         // Climbing steeply, the ray meets the far wall at z = 400: v = 2.5, no texture there.
-        {"beyond the texture", Vectormath::Aos::normalize(Vector3(0, 1, 2))},
-        {"leaving outwards", Vector3(0, -1, 0)},
+        {"beyond the texture", obstruction<PF_Pixel>, white, 0.0f, normalize(Vector3(0, 1, 2)), kNoLight, 0,
+         white, 0.0f},
+        {"leaving outwards", obstruction<PF_Pixel>, white, 0.0f, Vector3(0, -1, 0), kNoLight, 0, white, 0.0f},
         // Parallel to the axis on the wall: the quadric has no second crossing.
-        {"along the wall", Vector3(0, 0, 1)},
+        {"along the wall", obstruction<PF_Pixel>, white, 0.0f, Vector3(0, 0, 1), kNoLight, 0, white, 0.0f},
+        {"point light before the wall", obstruction<PF_Pixel>, white, 0.0f, across, kPoint, 50, white, 0.0f},
+        {"point light beyond the wall", obstruction<PF_Pixel>, white, 0.0f, across, kPoint, 300, none, 1e-6f},
+        {"parallel light", obstruction<PF_Pixel>, white, 0.0f, across, kParallel, 50, none, 1e-6f},
+        {"8 bits", obstruction<PF_Pixel>, quarter, 0.4f, across, kNoLight, 0, through_quarter, 2.0f / 255.0f},
+        {"16 bits", obstruction<PF_Pixel16>, quarter, 0.4f, across, kNoLight, 0, through_quarter, 1e-4f},
+        {"float", obstruction<PF_PixelFloat>, quarter, 0.4f, across, kNoLight, 0, through_quarter, 1e-6f},
     };
-    for (const auto& r : rays) {
-        SCOPED_TRACE(r.name);
-        Ray ray = acrossTheCylinder();
-        ray.direction = r.direction;
-        expectFactors(GetObstColor<PF_Pixel>(scene.info(), ray, nullptr), 1, 1, 1, 1, 0.0f);
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.name);
+        const Vector4 f = c.obstruction(c.texel, c.transmission, c.direction, c.light, c.light_y);
+        expectColour(pixel(f.getX(), f.getY(), f.getZ(), f.getW()), c.expected, c.tolerance);
     }
-}
-
-TEST_F(ObstructionTest, ShadowRayStopsAtAPointLightButNotAtAParallelOne)
-{
-    // The light at y = 50 lies before the far wall (t = 200): the wall is behind the light.
-    scene.setUniformTexture<PF_Pixel>(pixel(1, 1, 1, 1));
-    const vLight point = makeLight(kPoint, Vector3(0, 50, 0));
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), &point), 1, 1, 1, 1,
-                  0.0f);
-
-    const vLight beyond = makeLight(kPoint, Vector3(0, 300, 0));
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), &beyond), 0, 0, 0,
-                  0, 1e-6f);
-
-    // Towards a parallel light the shadow ray has no limit.
-    const vLight parallel = makeLight(kParallel, Vector3(0, 50, 0));
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), &parallel), 0, 0, 0,
-                  0, 1e-6f);
-}
-
-TEST_F(ObstructionTest, ThreePixelDepthsAgree)
-{
-    const PF_PixelFloat texel = pixel(0.75f, 0.25f, 0.5f, 1.0f);
-    scene.info().light_transmission = 0.4f;
-    // (1 - 0.75) + 0.4 * 0.75 * c
-    const float a = 0.25f + 0.3f * 0.75f, r = 0.25f + 0.3f * 0.25f, g = 0.25f + 0.3f * 0.5f,
-                b = 0.25f + 0.3f;
-
-    scene.setUniformTexture<PF_Pixel>(texel);
-    expectFactors(GetObstColor<PF_Pixel>(scene.info(), acrossTheCylinder(), nullptr), a, r, g, b,
-                  2.0f / 255.0f);
-    scene.setUniformTexture<PF_Pixel16>(texel);
-    expectFactors(GetObstColor<PF_Pixel16>(scene.info(), acrossTheCylinder(), nullptr), a, r, g,
-                  b, 1e-4f);
-    scene.setUniformTexture<PF_PixelFloat>(texel);
-    expectFactors(GetObstColor<PF_PixelFloat>(scene.info(), acrossTheCylinder(), nullptr), a, r,
-                  g, b, 1e-6f);
 }
 
 } // namespace

@@ -14,29 +14,19 @@ using Vectormath::Aos::Matrix4;
 using Vectormath::Aos::Vector3;
 using Vectormath::Aos::Vector4;
 
-bool sameBits(const Ray& a, const Ray& b)
-{
-    return std::memcmp(&a, &b, sizeof(Ray)) == 0;
-}
-
-// A camera turned off every axis and placed off the shape's axis, so that no product of the
-// camera columns is trivially exact.
-void aimObliqueCamera(RenderInfo& info)
-{
-    info.camera_to_object =
-        Matrix4(Vector4(0.8f, 0.36f, -0.48f, 0.0f), Vector4(-0.6f, 0.48f, -0.64f, 0.0f),
-                Vector4(0.0f, 0.8f, 0.6f, 0.0f), Vector4(13.7f, -2210.3f, 97.1f, 1.0f));
-    info.size = Vector3(310.5f, 190.25f, 77.0f);
-    info.neg_focal = -1777.7f;
-    info.image_center[0] = 960.3f;
-    info.image_center[1] = 540.7f;
-}
-
 class PixelCameraRaysTest : public ::testing::TestWithParam<bool> {
 protected:
+    // A camera turned off every axis and placed off the shape's axis, so that no product of the
+    // camera columns is trivially exact.
     PixelCameraRaysTest() : info_(nullptr)
     {
-        aimObliqueCamera(info_);
+        info_.camera_to_object =
+            Matrix4(Vector4(0.8f, 0.36f, -0.48f, 0.0f), Vector4(-0.6f, 0.48f, -0.64f, 0.0f),
+                    Vector4(0.0f, 0.8f, 0.6f, 0.0f), Vector4(13.7f, -2210.3f, 97.1f, 1.0f));
+        info_.size = Vector3(310.5f, 190.25f, 77.0f);
+        info_.neg_focal = -1777.7f;
+        info_.image_center[0] = 960.3f;
+        info_.image_center[1] = 540.7f;
         info_.perspective = GetParam();
     }
 
@@ -51,7 +41,8 @@ protected:
                 for (int row = 0; row < 3; ++row) {
                     const Ray expected = cameraRay(info_, pixel[0], pixel[1],
                                                    kGridOffsets[column], kGridOffsets[row]);
-                    EXPECT_TRUE(sameBits(rays.ray(column, row), expected))
+                    const Ray got = rays.ray(column, row);
+                    EXPECT_EQ(std::memcmp(&got, &expected, sizeof(Ray)), 0)
                         << "pixel (" << pixel[0] << ", " << pixel[1] << ") cell (" << column
                         << ", " << row << ")";
                 }

@@ -70,12 +70,6 @@ public:
     {
         return iterate(RayTrace_PixelCallback<Pixel>);
     }
-
-    template <class Pixel>
-    PF_PixelFloat colour(A_long x, A_long y)
-    {
-        return PixelTraits<Pixel>::toFloat(pixel<Pixel>(x, y));
-    }
 };
 
 }  // namespace trace_test

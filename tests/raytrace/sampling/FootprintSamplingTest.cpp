@@ -1,11 +1,11 @@
 #include <functional>
 #include <memory>
+#include <type_traits>
 
 #include <gtest/gtest.h>
 
-#include "host/pixels/PixelWorld.h"
-#include "math/PixelConvert.h"
 #include "raytrace/FootprintSampling.h"
+#include "support/ColourWorld.h"
 #include "support/RecordScene.h"
 #include "support/ShapeSize.h"
 
@@ -13,18 +13,8 @@ using Vectormath::Aos::Vector3;
 
 namespace {
 
-// How close a sample must come in each texture depth (the host rounds an 8-bit result).
-template <class Pixel>
-constexpr float kTolerance = 1e-5f;
-template <>
-constexpr float kTolerance<PF_Pixel> = 0.01f;
-template <>
-constexpr float kTolerance<PF_Pixel16> = 1e-3f;
 
-const PF_PixelFloat kClear = {0.0f, 0.0f, 0.0f, 0.0f};
-const PF_PixelFloat kRed = {1.0f, 1.0f, 0.0f, 0.0f};
-const PF_PixelFloat kGreen = {1.0f, 0.0f, 1.0f, 0.0f};
-const PF_PixelFloat kBlue = {1.0f, 0.0f, 0.0f, 1.0f};
+using namespace test_support;
 
 struct SampleCase {
     const char* name;
@@ -53,13 +43,7 @@ protected:
     void makeTexture(A_long width, A_long height,
                      const std::function<PF_PixelFloat(A_long, A_long)>& colour)
     {
-        ASSERT_EQ(texture.allocate(width, height, host::PixelFormatOf<Pixel>::value),
-                  PF_Err_NONE);
-        for (A_long y = 0; y < height; ++y) {
-            Pixel* row = host::worldRow<Pixel>(texture.get(), y);
-            for (A_long x = 0; x < width; ++x)
-                row[x] = PixelTraits<Pixel>::fromFloat(colour(x, y));
-        }
+        fillWorld<Pixel>(texture, width, height, colour);
         info().texture_layer = texture.get();
         info().texture_height = height;
     }
@@ -88,13 +72,11 @@ protected:
         return out;
     }
 
-    void expectPixel(const PF_PixelFloat& actual, float alpha, float red, float green, float blue)
+    void expectPixel(const PF_PixelFloat& actual, const PF_PixelFloat& expected)
     {
-        const float tolerance = kTolerance<Pixel>;
-        EXPECT_NEAR(actual.alpha, alpha, tolerance);
-        EXPECT_NEAR(actual.red, red, tolerance);
-        EXPECT_NEAR(actual.green, green, tolerance);
-        EXPECT_NEAR(actual.blue, blue, tolerance);
+        // How close a sample must come in each texture depth (the host rounds an 8-bit result).
+        const bool bytes = std::is_same_v<Pixel, PF_Pixel>, shorts = std::is_same_v<Pixel, PF_Pixel16>;
+        expectColour(actual, expected, bytes ? 0.01f : (shorts ? 1e-3f : 1e-5f));
     }
 
     template <std::size_t N>
@@ -106,8 +88,7 @@ protected:
             info().extension.head_extensions = c.head;
             info().extension.tail_extensions = c.tail;
             info().extension.flip_vertical = c.flip;
-            const PF_PixelFloat& e = c.expected;
-            expectPixel(sample(c.u, c.v, c.xr, c.yr), e.alpha, e.red, e.green, e.blue);
+            expectPixel(sample(c.u, c.v, c.xr, c.yr), c.expected);
         }
     }
 
@@ -129,7 +110,7 @@ TYPED_TEST(FootprintSamplingTest, SeamSamplesBothEndsOfTheTexture)
         {"left end", 1, 0, 0, false, 0.001, 0.5, 3, 0.5, {3.5f / 6.0f, 2.0f / 3.5f, 0.0f, 1.5f / 3.5f}},
         // [994, 1000] holds 2 blue pixels, the second sample at [-6, 0] half a red one.
         {"right end reaches further", 1, 0, 0, false, 0.997, 0.5, 3, 0.5, {2.5f / 6.0f, 0.2f, 0.0f, 0.8f}},
-        {"middle", 1, 0, 0, false, 0.5, 0.5, 3, 0.5, {0.0f, 0.0f, 0.0f, 0.0f}},
+        {"middle", 1, 0, 0, false, 0.5, 0.5, 3, 0.5, kClear},
         // [992, 998] holds half a blue pixel; not close enough to the end for a second sample.
         {"near the end", 1, 0, 0, false, 0.995, 0.5, 3, 0.5, {0.5f / 6.0f, 0.0f, 0.0f, 1.0f}},
         // Opened: u = 1.999 is in the opening, only the wrap to u - 2 reaches the red columns;
@@ -154,7 +135,7 @@ TYPED_TEST(FootprintSamplingTest, CopyBordersJoinTheNeighbouringCopy)
         // v = 1.3 itself is transparent, but a footprint reaching down past the top row takes
         // half of it: 0.5 of a 1 x 8 box.
         {"top edge softens", 1, 0, 0, false, 0.5, 1.3, 0.5, 4, {0.0625f, 1.0f, 0.0f, 0.0f}},
-        {"top edge out of reach", 1, 0, 0, false, 0.5, 1.3, 0.5, 2.9, {0.0f, 0.0f, 0.0f, 0.0f}},
+        {"top edge out of reach", 1, 0, 0, false, 0.5, 1.3, 0.5, 2.9, kClear},
         // Copy -1 at local v 0.98 (red top row) under the texture's own green bottom row.
         {"head copy below", 1, 1, 0, false, 0.5, -0.02, 0.5, 1, {0.85f, 0.35f / 0.85f, 0.5f / 0.85f, 0.0f}},
         // Copy -1 is odd: flipped, its bottom row meets ours.
@@ -164,22 +145,20 @@ TYPED_TEST(FootprintSamplingTest, CopyBordersJoinTheNeighbouringCopy)
     this->expectCases(cases);
 }
 
-TYPED_TEST(FootprintSamplingTest, ScrewShiftsTheCopyAroundTheAxis)
+// Without copies nothing lies above or below the texture; copy 1 turned by half a turn shows
+// column 6 where the texture shows column 1.
+TYPED_TEST(FootprintSamplingTest, MissingCopiesAreTransparentAndScrewTurnsTheCopy)
 {
     this->makeTexture(10, 10, [](A_long x, A_long) {
         return x == 6 ? kBlue : (x == 1 ? kGreen : kClear);
     });
+    this->expectPixel(this->sample(0.6, 0.5, 0.5, 0.5), kBlue);
+    this->expectPixel(this->sample(0.6, 2.5, 0.5, 0.5), kClear);
+    this->expectPixel(this->sample(0.6, -1.5, 0.5, 0.5), kClear);
     this->info().extension.tail_extensions = 1;
     this->info().extension.screw = 0.5;
-    this->expectPixel(this->sample(0.1, 1.5, 0.5, 0.5), 1.0f, 0.0f, 0.0f, 1.0f);
-    this->expectPixel(this->sample(0.1, 0.5, 0.5, 0.5), 1.0f, 0.0f, 1.0f, 0.0f);
-}
-
-TYPED_TEST(FootprintSamplingTest, MissingCopyIsTransparent)
-{
-    this->makeTexture(10, 10, [](A_long, A_long) { return kBlue; });
-    this->expectPixel(this->sample(0.5, 2.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
-    this->expectPixel(this->sample(0.5, -1.5, 0.5, 0.5), 0.0f, 0.0f, 0.0f, 0.0f);
+    this->expectPixel(this->sample(0.1, 1.5, 0.5, 0.5), kBlue);
+    this->expectPixel(this->sample(0.1, 0.5, 0.5, 0.5), kGreen);
 }
 
 }  // namespace

@@ -5,12 +5,9 @@
 // focal length 1000. Texture and reflection map are worlds of the emulated host, sampled
 // through its real sampling suites.
 
-#include <cmath>
 #include <functional>
 
-#include <gtest/gtest.h>
-
-#include "host/pixels/PixelWorld.h"
+#include "support/ColourWorld.h"
 #include "raytrace/Shading.h"
 #include "support/RecordScene.h"
 #include "support/ShapeSize.h"
@@ -26,44 +23,8 @@ constexpr double kTextureHeight = 200.0;
 
 enum LightType { kParallel = 0, kSpot = 1, kPoint = 2, kAmbient = 3 };
 
-inline PF_PixelFloat pixel(float a, float r, float g, float b)
-{
-    return PF_PixelFloat{a, r, g, b};
-}
-
-// The value a channel of `Pixel` stores for the float value v, rounded to nearest.
-template <class Pixel>
-struct Store;
-template <>
-struct Store<PF_Pixel> {
-    static PF_Pixel from(const PF_PixelFloat& p)
-    {
-        auto c = [](float v) { return static_cast<A_u_char>(std::lround(v * 255.0f)); };
-        return PF_Pixel{c(p.alpha), c(p.red), c(p.green), c(p.blue)};
-    }
-};
-template <>
-struct Store<PF_Pixel16> {
-    static PF_Pixel16 from(const PF_PixelFloat& p)
-    {
-        auto c = [](float v) { return static_cast<A_u_short>(std::lround(v * 32768.0f)); };
-        return PF_Pixel16{c(p.alpha), c(p.red), c(p.green), c(p.blue)};
-    }
-};
-template <>
-struct Store<PF_PixelFloat> {
-    static PF_PixelFloat from(const PF_PixelFloat& p) { return p; }
-};
-
-template <class Pixel>
-void fillWorld(host::OwnedWorld& world, int width, int height,
-               const std::function<PF_PixelFloat(int x, int y)>& colour_at)
-{
-    world.allocate(width, height, host::PixelFormatOf<Pixel>::value);
-    for (int y = 0; y < height; ++y)
-        for (int x = 0; x < width; ++x)
-            host::worldPixel<Pixel>(world.get(), x, y) = Store<Pixel>::from(colour_at(x, y));
-}
+using test_support::expectColour;
+constexpr auto pixel = test_support::argb;
 
 inline vLight makeLight(int type, const Vector3& position, float intensity = 1.0f,
                         const PF_PixelFloat& colour = pixel(1, 1, 1, 1))
@@ -113,7 +74,7 @@ public:
     template <class T>
     void setUniformTexture(const PF_PixelFloat& colour, int width = 64, int height = 64)
     {
-        fillWorld<T>(texture_, width, height, [&](int, int) { return colour; });
+        test_support::fillWorld<T>(texture_, width, height, [&](int, int) { return colour; });
         info().texture_width = width;
         info().texture_layer = texture_.get();
     }
@@ -122,7 +83,7 @@ public:
     void setReflectionMap(int width, int height,
                           const std::function<PF_PixelFloat(int x, int y)>& colour_at)
     {
-        fillWorld<T>(reflection_, width, height, colour_at);
+        test_support::fillWorld<T>(reflection_, width, height, colour_at);
         info().reflection_layer = reflection_.get();
     }
 
@@ -148,10 +109,7 @@ PF_PixelFloat shade(Scene& scene, const Ray& ray, double t)
 inline void expectPixel(const PF_PixelFloat& p, float a, float r, float g, float b,
                         float tolerance = 1e-5f)
 {
-    EXPECT_NEAR(p.alpha, a, tolerance) << "alpha";
-    EXPECT_NEAR(p.red, r, tolerance) << "red";
-    EXPECT_NEAR(p.green, g, tolerance) << "green";
-    EXPECT_NEAR(p.blue, b, tolerance) << "blue";
+    expectColour(p, pixel(a, r, g, b), tolerance);
 }
 
 }  // namespace shading_test

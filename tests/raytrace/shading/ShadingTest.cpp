@@ -14,7 +14,6 @@ namespace {
 
 using namespace shading_test;
 
-
 // The camera looks along +y at the near wall; the hit (0, -100, 0) has u = 0.25, v = 0.5 and
 // the normal (0, -1, 0) facing the camera.
 const Vector3 kHit(0.0f, -kRadius, 0.0f);
@@ -87,28 +86,20 @@ TEST(Shading, EmissionAmbientAndFrontLightAddUp)
         scene.setUniformTexture<PF_Pixel>(kTexel);
         scene.info().emit = 0.0f;
         c.setup(scene);
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), e.alpha, e.red, e.green, e.blue);
+        expectColour(shade<PF_Pixel>(scene, kHeadOn, 900.0), c.expected);
         if (&c == &cases[2])
-            expectPixel(shade<PF_Pixel>(scene, from_inside, 100.0), e.alpha, e.red, e.green, e.blue);
+            expectColour(shade<PF_Pixel>(scene, from_inside, 100.0), c.expected);
     }
 }
-
-class BackLightTest : public ShadingTest {
-protected:
-    BackLightTest()
-    {
-        scene.info().diffuse = 0.5f;
-        scene.info().specular = 1.0f;  // the mirrored back light points away: no highlight
-        scene.addLight(makeLight(kPoint, Vector3(0, 500, 0)));
-    }
-};
 
 // Lambert 1 x transmission 0.5 x diffuse 0.5 = 0.25 x texel when let through. On its way the
 // light crosses the far wall: an opaque texel at transmission 0.5 passes 0.5 x texel =
 // (0.4, 0.2, 0.1) at full shadow darkness; darkness 0.5 blends that tint half way to white.
-TEST_F(BackLightTest, TransmissionAndSelfShadowFilterTheLight)
+TEST_F(ShadingTest, TransmissionAndSelfShadowFilterABackLight)
 {
+    scene.info().diffuse = 0.5f;
+    scene.info().specular = 1.0f;  // the mirrored back light points away: no highlight
+    scene.addLight(makeLight(kPoint, Vector3(0, 500, 0)));
     const struct {
         const char* name;
         float transmission;
@@ -132,20 +123,13 @@ TEST_F(BackLightTest, TransmissionAndSelfShadowFilterTheLight)
     }
 }
 
-class HighlightTest : public ShadingTest {
-protected:
-    HighlightTest()
-    {
-        // Light at 45 degrees: Lambert cos 45, mirrored light at 45 degrees from the camera.
-        scene.info().specular = 1.0f;
-        scene.addLight(makeLight(kPoint, Vector3(-100, -200, 0)));
-    }
-    const float cos45 = std::sqrt(0.5f);
-};
-
-// Lambert stays inside; the exponent sharpens the highlight; metal tints it by the texel.
-TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
+// Light at 45 degrees: Lambert cos 45 stays inside, the mirrored light lies 45 degrees from the
+// camera; the exponent sharpens the highlight; metal tints it by the texel.
+TEST_F(ShadingTest, HighlightSharpensWithTheExponentTakesMetalTintAndShowsThroughTheSurface)
 {
+    scene.info().specular = 1.0f;
+    scene.addLight(makeLight(kPoint, Vector3(-100, -200, 0)));
+    const float cos45 = std::sqrt(0.5f);
     const struct {
         float shininess, metal;
         PF_PixelFloat tint;
@@ -162,6 +146,17 @@ TEST_F(HighlightTest, ExponentSharpensItAndMetalTintsIt)
         scene.info().metal = c.metal;
         expectPixel(headOn(), 1.0f, c.tint.red * c.k, c.tint.green * c.k, c.tint.blue * c.k);
     }
+
+    // Seen at (0.6, 0.8), lit from behind at a grazing (-0.96, -0.28): Lambert 0.28 through
+    // the surface; the mirrored light (-0.96, 0.28) meets the view at -0.352.
+    scene.info().lights[0]->to_object = Matrix4::translation(Vector3(96, -72, 0));
+    scene.info().shininess = 1.0f;
+    scene.info().metal = 0.0f;
+    const Ray oblique = rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f);
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, 0.0f, 0.0f, 0.0f);
+    scene.info().light_transmission = 1.0f;
+    const float k = 0.28f * 0.352f;
+    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, k, k, k);
 }
 
 // The per-frame cutoff skips std::pow only where it returns +0, bit for bit, and only for the
@@ -191,20 +186,6 @@ TEST(HighlightPower, AgreesWithPowBitForBit)
     EXPECT_GT(highlightCutoffFor(3183.0f).zero_up_to, 0.7) << "a sharp highlight skips most hits";
 }
 
-TEST_F(HighlightTest, AppearsOnAFaceLitThroughTheSurface)
-{
-    // Seen at (0.6, 0.8), lit from behind at a grazing (-0.96, -0.28): Lambert 0.28 through
-    // the surface; the mirrored light (-0.96, 0.28) meets the view at -0.352.
-    scene.info().lights[0]->to_object = Matrix4::translation(Vector3(96, -72, 0));
-    scene.info().shininess = 1.0f;
-    const Ray oblique = rayThrough(kHit, Vector3(0.6f, 0.8f, 0), 100.0f);
-    scene.info().light_transmission = 0.0f;
-    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, 0.0f, 0.0f, 0.0f);
-    scene.info().light_transmission = 1.0f;
-    const float k = 0.28f * 0.352f;
-    expectPixel(shade<PF_Pixel>(scene, oblique, 100.0), 1.0f, k, k, k);
-}
-
 TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
 {
     scene.setUniformTexture<PF_Pixel>(pixel(0, 1, 1, 1));
@@ -214,19 +195,15 @@ TEST_F(ShadingTest, TransparentTexelSkipsLightingButNotTheDepthComposite)
     expectPixel(headOn(), 0.0f, 0.0f, 0.0f, 0.0f);
 
     // Fog at full strength still colours it, without giving it coverage.
-    scene.info().depth_composite.mode = 2;
-    scene.info().depth_composite.start = 0.0;
-    scene.info().depth_composite.length = 100.0;
-    scene.info().depth_composite.color = pixel(1, 0.1f, 0.2f, 0.3f);
+    scene.info().depth_composite = {2, 100.0, 0.0, pixel(1, 0.1f, 0.2f, 0.3f)};  // mode, length, start
     expectPixel(headOn(), 0.0f, 0.1f, 0.2f, 0.3f);
 }
 
 TEST_F(ShadingTest, PartialCoverageAndFadeOutKeepTheStraightColour)
 {
     scene.info().emit = 1.0f;
-    scene.info().depth_composite.mode = 3;  // fade out over the ray's first 1800: half at 900
-    scene.info().depth_composite.start = 0.0;
-    scene.info().depth_composite.length = 1800.0;
+    // Fade out over the ray's first 1800: half at 900.
+    scene.info().depth_composite = {3, 1800.0, 0.0, pixel(1, 0, 0, 0)};
     expectPixel(headOn(), 0.5f, 0.8f, 0.4f, 0.2f);
 
     scene.info().depth_composite.mode = 1;
@@ -262,22 +239,11 @@ TEST(UvTestColour, ShowsUAndVInsideTheTextureAndItsCopies)
     expectPixel(shade<PF_Pixel>(scene, kHeadOn, 900.0), 1.0f, 0.125f, 0.25f, 0.0f);
 }
 
-class PivotLineTest : public ShadingTest {
-protected:
-    PivotLineTest()
-    {
-        scene.info().emit = 1.0f;
-        scene.info().show_pivot = true;
-        // Fog over everything: the line must not take it.
-        scene.info().depth_composite.mode = 2;
-        scene.info().depth_composite.start = 0.0;
-        scene.info().depth_composite.length = 1.0;
-        scene.info().depth_composite.color = pixel(1, 0.5f, 0.5f, 0.5f);
-    }
-};
-
-TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
+// Under fog over everything, which the line must not take.
+TEST_F(ShadingTest, PivotLineReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
 {
+    scene.info().emit = 1.0f;
+    scene.info().depth_composite = {2, 1.0, 0.0, pixel(1, 0.5f, 0.5f, 0.5f)};  // mode, length, start
     const Ray above = rayThrough(Vector3(0, -kRadius, 150), Vector3(0, 1, 0), 900.0f);
     const struct {
         const char* name;
@@ -296,8 +262,7 @@ TEST_F(PivotLineTest, ReplacesTheColourWithOpaqueGreenAfterTheFogOnlyOnTheLine)
         SCOPED_TRACE(c.name);
         scene.info().fixed_u = c.fixed_u;
         scene.info().show_pivot = c.show;
-        const PF_PixelFloat& e = c.expected;
-        expectPixel(shade<PF_Pixel>(scene, c.ray, 900.0), e.alpha, e.red, e.green, e.blue, c.tolerance);
+        expectColour(shade<PF_Pixel>(scene, c.ray, 900.0), c.expected, c.tolerance);
     }
 }
 

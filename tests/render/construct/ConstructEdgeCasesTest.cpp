@@ -1,6 +1,6 @@
 // Record construction at the edges the everyday scenes do not reach: a camera focused closer than
-// one pixel, a control layer scaled unevenly, no texture layer at all, and the angle parameters
-// that become turns. Each scene is written next to the build so it can vary one setting.
+// one pixel, a control layer scaled unevenly and no texture layer at all. Each scene is written
+// next to the build so it can vary one setting.
 
 #include <gtest/gtest.h>
 
@@ -80,15 +80,6 @@ TEST(ConstructEdgeCases, NoTextureTakesTheEffectLayerSize)
     EXPECT_DOUBLE_EQ(built.info.texture_width, 300.0);
     EXPECT_DOUBLE_EQ(built.info.texture_height, 120.0);
     EXPECT_NEAR(built.info.size.getX(), 300.0 / kTwoPi, 1e-4);
-}
-
-TEST(ConstructEdgeCases, SlideAndScrewAreTurns)
-{
-    const auto session = openEdgeScene("construct_turns.json", kTexture,
-                                       R"("Texture": "Halves", "Slide Texture": 90, "Screw": -180)");
-    Built built(*session);
-    EXPECT_DOUBLE_EQ(built.info.slide, 0.25);
-    EXPECT_NEAR(built.info.extension.screw, -0.5, 1e-15);
 }
 
 }  // namespace

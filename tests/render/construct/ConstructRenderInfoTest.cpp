@@ -73,7 +73,7 @@ TEST(ConstructRenderInfo, OpeningMovesTheAxisToKeepThePivot)
     EXPECT_EQ(inverted.info.render_side, 3);
 }
 
-TEST(ConstructRenderInfo, HyperboloidEllipseAndNegativeHeight)
+TEST(ConstructRenderInfo, HyperboloidEllipseNegativeHeightAndTurns)
 {
     const auto session = e2e::openScene("default_camera.json");
     session->set("Hyperboloid", 0.5);   // tan(pi/4) = 1: c = height
@@ -82,6 +82,8 @@ TEST(ConstructRenderInfo, HyperboloidEllipseAndNegativeHeight)
     session->set("Interval", 25);
     session->set("Extension Side", 2);
     session->set("Extensions", 3);
+    session->set("Slide Texture", 90);  // angles become turns
+    session->set("Screw", -180);
     Built built(*session);
     const double k = std::tan(1.5 * 3.141592653589793 / 4);
     EXPECT_NEAR(built.info.size.getX(), k * kRadius, 1e-3);
@@ -91,6 +93,8 @@ TEST(ConstructRenderInfo, HyperboloidEllipseAndNegativeHeight)
     EXPECT_DOUBLE_EQ(built.info.extension.interval, 0.5);
     EXPECT_EQ(built.info.extension.head_extensions, 0);
     EXPECT_EQ(built.info.extension.tail_extensions, 3);
+    EXPECT_DOUBLE_EQ(built.info.slide, 0.25);
+    EXPECT_NEAR(built.info.extension.screw, -0.5, 1e-15);
 }
 
 TEST(ConstructRenderInfo, CameraDepthOfFieldNeedsTheCompositionCamera)

@@ -1,3 +1,5 @@
+#include <tuple>
+
 #include <gtest/gtest.h>
 
 #include "render/SmartRender.h"
@@ -21,10 +23,9 @@ TEST(UnionLRect, HoldsBothUnlessOneIsEmpty)
     for (const Row& row : rows) {
         PF_LRect dst = row.dst;
         UnionLRect(&row.src, &dst);
-        EXPECT_EQ(dst.left, row.expected.left) << row.what;
-        EXPECT_EQ(dst.top, row.expected.top) << row.what;
-        EXPECT_EQ(dst.right, row.expected.right) << row.what;
-        EXPECT_EQ(dst.bottom, row.expected.bottom) << row.what;
+        const PF_LRect& want = row.expected;
+        EXPECT_EQ(std::tie(dst.left, dst.top, dst.right, dst.bottom),
+                  std::tie(want.left, want.top, want.right, want.bottom)) << row.what;
     }
 }
 
