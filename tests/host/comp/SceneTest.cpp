@@ -3,11 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 
-#include <unistd.h>
+#include "support/TempFolder.h"
 
 namespace host {
 namespace {
@@ -93,23 +91,17 @@ TEST(Scene, LoadsCompositionLayersEffectAndRenderSettings) {
 }
 
 TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
-    // A folder of this process's own: test runs of other checkouts may read the same name.
-    const std::string dir = ::testing::TempDir() + "orbivane-scene-" + std::to_string(::getpid());
-    std::filesystem::create_directories(dir);
-    {
-        std::ofstream ppm(dir + "/tiny.ppm", std::ios::binary);
-        ppm << "P6\n3 2\n255\n" << std::string(3 * 2 * 3, '\x7f');
-    }
+    const test_support::TempFolder dir;
+    dir.write("tiny.ppm", "P6\n3 2\n255\n" + std::string(3 * 2 * 3, '\x7f'));
     Scene s = parse_scene(R"({"composition": {"width": 10, "height": 10, "frame_rate": 24, "duration": 1},
         "layers": [{"type": "footage", "source": {"file": "tiny.ppm"}, "effect": {}}]})",
-                          "s.json", dir);
+                          "s.json", dir.path().string());
     const FootageSource& src = s.composition->layer(0).source;
-    EXPECT_EQ(src.path, dir + "/tiny.ppm");
+    EXPECT_EQ(src.path, (dir / "tiny.ppm").string());
     EXPECT_EQ(src.width, 3);
     EXPECT_EQ(src.height, 2);
     EXPECT_EQ(src.name, "tiny.ppm");
     EXPECT_EQ(s.render.times(24), std::vector<double>{0});
-    std::filesystem::remove_all(dir);
 }
 
 std::string error_of(const std::string& layers, const std::string& extra = "") {

@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-#include <unistd.h>
+#include "support/TempFolder.h"
 
 namespace host {
 namespace {
@@ -16,18 +16,8 @@ namespace fs = std::filesystem;
 
 class ImageFiles : public ::testing::Test {
 protected:
-    ImageFiles() {
-        dir_ = fs::temp_directory_path() /
-               ("orbivane-pixels-" + std::to_string(::getpid()) + "-" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    ~ImageFiles() override { fs::remove_all(dir_); }
     std::string path(const std::string& name) const { return (dir_ / name).string(); }
-    std::size_t filesInDir() const {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()));
-    }
+    std::size_t filesInDir() const { return dir_.files().size(); }
 
     // Straight colours under partial alpha: a premultiply or divide anywhere shows up.
     static Image sample(float unit) {
@@ -58,7 +48,7 @@ protected:
             }
     }
 
-    fs::path dir_;
+    const test_support::TempFolder dir_;
 };
 
 // Every encoder setting is lossless: fast and small PNG, any zlib level, each EXR compression,

@@ -7,11 +7,10 @@
 #include <fstream>
 #include <memory>
 
-#include <unistd.h>
-
 #include "host/comp/Composition.h"
 #include "host/session/Host.h"
 #include "host/session/Pipl.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -73,11 +72,9 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     Scene scene;
     // A private copy of the module, so that no other test process reading or removing the
     // shared module's sidecar can race with the sidecars written here.
-    namespace fs = std::filesystem;
-    const fs::path folder = fs::temp_directory_path() / ("orbivane-pipl-" + std::to_string(::getpid()));
-    fs::create_directories(folder);
-    const std::string module_path = (folder / fs::path(HOST_TEST_MODULE_PATH).filename()).string();
-    fs::copy_file(HOST_TEST_MODULE_PATH, module_path, fs::copy_options::overwrite_existing);
+    const test_support::TempFolder folder;
+    const std::string module_path = (folder / std::filesystem::path(HOST_TEST_MODULE_PATH).filename().string()).string();
+    std::filesystem::copy_file(HOST_TEST_MODULE_PATH, module_path);
     host::PiplInfo info;
     info.kind = host::fourCC("eFKT");
     info.name = "Test Module";
@@ -111,7 +108,6 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     info.entry_point = "EntryPointFunc";
     host::Host other;
     EXPECT_THROW(load(other), host::HostError);
-    fs::remove_all(folder);
 }
 
 }  // namespace

@@ -8,11 +8,9 @@
 
 #include "host/files/ImageIO.h"
 #include "host/session/Session.h"
+#include "support/TempFolder.h"
 
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
-#include <unistd.h>
 
 namespace host {
 namespace {
@@ -139,11 +137,10 @@ TEST(SceneSession, BadParameterValuesAreNamedWithTheirPathAndRange) {
 class SceneFile : public ::testing::Test {
 protected:
     void SetUp() override {
-        std::filesystem::create_directories(dir);
         Image texture(2, 2, RGBA{0, 0, 0, 1});
         texture.at(0, 0) = RGBA{0.4f, 0, 0, 1};  // what the module shows as green
-        saveImage(texture, dir + "/tex.png");
-        std::ofstream(dir + "/scene.json") << R"({
+        saveImage(texture, (dir / "tex.png").string());
+        dir.write("scene.json", R"({
   "composition": {"width": 8, "height": 6, "frame_rate": 25, "duration": 2},
   "layers": [
     {"type": "footage", "source": {"file": "tex.png"}, "video": false},
@@ -151,15 +148,14 @@ protected:
      "effect": {"parameters": {"Gain": 40, "Source": "tex.png"}}}
   ],
   "render": {"time": 0.5}
-})";
+})");
         std::remove(HOST_TEST_MODULE_PATH ".pipl");
     }
-    void TearDown() override { std::filesystem::remove_all(dir); }
-    const std::string dir = "/tmp/orbivane-scene-" + std::to_string(::getpid());
+    const test_support::TempFolder dir;
 };
 
 TEST_F(SceneFile, RendersInAllThreeDepthsReadingParametersAndAFootageFile) {
-    Session session(dir + "/scene.json", HOST_TEST_MODULE_PATH);
+    Session session((dir / "scene.json").string(), HOST_TEST_MODULE_PATH);
     EXPECT_EQ(session.times(), std::vector<double>{0.5});
     for (short depth : {8, 16, 32}) {
         RenderResult frame = session.host().render({0.5, depth, 1, {}});
