@@ -5,6 +5,7 @@
 
 #include <string>
 
+#include "support/ErrorText.h"
 #include "support/TempFolder.h"
 
 namespace host {
@@ -107,12 +108,7 @@ TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
 std::string error_of(const std::string& layers, const std::string& extra = "") {
     std::string text = R"({"composition": {"width": 64, "height": 64, "frame_rate": 24, "duration": 1},
         "layers": )" + layers + extra + "}";
-    try {
-        parse_scene(text, "scene.json", "");
-    } catch (const SceneError& e) {
-        return e.what();
-    }
-    return "(no error)";
+    return test_support::errorOf<SceneError>([&] { parse_scene(text, "scene.json", ""); });
 }
 
 const std::string kSolid = R"({"type": "solid", "source": {"width": 4, "height": 4}, "effect": {}})";
@@ -142,18 +138,10 @@ TEST(BadScene, MessagesNameTheFileTheFieldAndTheProblem) {
 }
 
 TEST(BadScene, InvalidJsonAndMissingFilesNameTheFile) {
-    try {
-        parse_scene("{\"composition\": ", "broken.json", "");
-        FAIL() << "expected a SceneError";
-    } catch (const SceneError& e) {
-        EXPECT_EQ(std::string(e.what()).rfind("broken.json: composition: not valid JSON", 0), 0u) << e.what();
-    }
-    try {
-        load_scene("/nonexistent/dir/scene.json");
-        FAIL() << "expected a SceneError";
-    } catch (const SceneError& e) {
-        EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
-    }
+    const std::string broken = test_support::errorOf<SceneError>([] { parse_scene("{\"composition\": ", "broken.json", ""); });
+    EXPECT_EQ(broken.rfind("broken.json: composition: not valid JSON", 0), 0u) << broken;
+    EXPECT_EQ(test_support::errorOf<SceneError>([] { load_scene("/nonexistent/dir/scene.json"); }),
+              "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
 }
 
 }  // namespace

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <utility>
 
+#include "support/ErrorText.h"
 #include "support/TempFolder.h"
 
 namespace host {
@@ -103,18 +103,11 @@ TEST_F(ImageFiles, ErrorsNameTheFile) {
     const std::pair<std::string, SaveOptions> saves[] = {{"picture.bmp", {}},      {"x.png", twelve_bits},
                                                          {"y.png", bad_level},     {"z.exr", lossy},
                                                          {"no-such-dir/x.png", {}}};
-    auto error_of = [](const std::function<void()>& io) -> std::string {
-        try {
-            io();
-        } catch (const ImageIOError& e) {
-            return e.what();
-        }
-        return "(no error)";
-    };
+    using test_support::errorOf;
     for (const auto& [name, options] : saves)
-        EXPECT_NE(error_of([&] { saveImage(sample(1.0f / 255), path(name), options); }).find(name), std::string::npos)
+        EXPECT_NE(errorOf<ImageIOError>([&] { saveImage(sample(1.0f / 255), path(name), options); }).find(name), std::string::npos)
             << name;
-    EXPECT_NE(error_of([&] { loadImage(path("missing.png")); }).find("missing.png"), std::string::npos);
+    EXPECT_NE(errorOf<ImageIOError>([&] { loadImage(path("missing.png")); }).find("missing.png"), std::string::npos);
     EXPECT_EQ(filesInDir(), 0u);
 }
 

@@ -8,6 +8,7 @@
 
 #include "host/files/ImageIO.h"
 #include "host/session/Session.h"
+#include "support/ErrorText.h"
 #include "support/TempFolder.h"
 
 #include <algorithm>
@@ -39,12 +40,7 @@ std::unique_ptr<Session> open(const std::string& parameters, const std::string& 
 }
 
 std::string refusal(const std::string& parameters) {
-    try {
-        open(parameters);
-    } catch (const SceneError& e) {
-        return e.what();
-    }
-    return "accepted";
+    return test_support::errorOf<SceneError>([&] { open(parameters); });
 }
 
 PF_PixelFloat pixel(const RenderResult& r, A_long x, A_long y) {
