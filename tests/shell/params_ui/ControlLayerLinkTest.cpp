@@ -52,14 +52,15 @@ TEST_P(ControlLayerLink, ChoosingALayerWritesItsNameIntoTheExpression)
     EXPECT_EQ(ui.session.unload(), "");
 }
 
-// A nameless layer is named after its source so the expression finds it; a name beyond ASCII
-// reaches the expression as UTF-8.
+// A nameless layer is named after its source so the expression finds it; names beyond ASCII
+// make the round trip through the host's UTF-16 and reach the expression as UTF-8.
 TEST_P(ControlLayerLink, TheLayerNameReachesTheExpressionAsTheCompositionShowsIt)
 {
+    ui.comp->find_by_id(ui.nameless_id)->source.name = "Pivot \xC3\xA9t\xC3\xA9";  // "Pivot été"
     ASSERT_EQ(nameOf(ui.nameless_id), "");
     ASSERT_EQ(ui.chooseControlLayer(ui.nameless_id), PF_Err_NONE);
-    EXPECT_EQ(nameOf(ui.nameless_id), "Pivot Solid");
-    EXPECT_EQ(ui.expression(PARAM_DAMMY), linkTo("Pivot Solid"));
+    EXPECT_EQ(nameOf(ui.nameless_id), "Pivot \xC3\xA9t\xC3\xA9");
+    EXPECT_EQ(ui.expression(PARAM_DAMMY), linkTo("Pivot \xC3\xA9t\xC3\xA9"));
 
     nameOf(ui.rig_id) = "Rig \xC3\xA9t\xC3\xA9";  // "Rig été"
     ASSERT_EQ(ui.chooseControlLayer(ui.rig_id), PF_Err_NONE);
