@@ -64,10 +64,6 @@ TEST(RenderScope, InDataCarriesTheHostIdentity) {
     EXPECT_EQ(in_data->quality, PF_Quality_HI);
     EXPECT_EQ(in_data->current_time, 15);  // 0.5 s at 30 ticks per second without a composition
     EXPECT_NE(in_data->effect_ref, nullptr);
-    EXPECT_DOUBLE_EQ(in_data->utils->ansi.sqrt(16.0), 4.0);
-    char buffer[32];
-    in_data->utils->ansi.sprintf(buffer, "%d-%s", 7, "x");
-    EXPECT_STREQ(buffer, "7-x");
 }
 
 TEST(RenderScope, UncheckedParamIsALeak) {
