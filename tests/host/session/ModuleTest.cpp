@@ -59,14 +59,6 @@ TEST_F(ModuleSession, ValuesAreCheckedAgainstTheDefinition) {
     EXPECT_THROW(session.set_param("Source", host::ParamValue::layer(99)), host::HostError);
 }
 
-TEST_F(ModuleSession, InjectedFailureReachesTheCaller) {
-    session.faults().fail_every("checkout_output", PF_Err_OUT_OF_MEMORY);
-    host::RenderResult result = session.render({0.0, 8, 1, {}});
-    EXPECT_EQ(result.err, PF_Err_OUT_OF_MEMORY);
-    EXPECT_FALSE(result.rendered);
-    EXPECT_EQ(session.unload(), "");  // nothing leaked on the error path
-}
-
 // A PiPL whose flags differ from the code's is warned about; one without the entry point, or of
 // another kind, refuses the module.
 TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
