@@ -70,17 +70,6 @@ TEST(SceneSession, AppliesParametersByNameAndRendersTheScene) {
     EXPECT_NE(std::find(log.begin(), log.end(), "PF_Cmd_SEQUENCE_SETUP"), log.end());
 }
 
-TEST(SceneSession, HalfResolutionAndKeyframedValues) {
-    auto session = open(R"({"Gain": {"keys": [[0, 0], [1, 100]]}, "Source": null})",
-                        R"({"time": 0.5, "downsample": 2, "bit_depth": 32})");
-    RenderResult frame = session->render(0.5);
-    ASSERT_EQ(frame.err, PF_Err_NONE);
-    EXPECT_EQ(frame.output->get().width, 2);   // ceil(4 / 2)
-    EXPECT_EQ(frame.output->get().height, 2);  // ceil(3 / 2)
-    EXPECT_FLOAT_EQ(pixel(frame, 0, 0).red, 0.5f);
-    EXPECT_FLOAT_EQ(pixel(frame, 0, 0).green, 0.0f);  // <none>
-}
-
 // A layer parameter's checked-out value names its layer in the first pointer word, also while
 // the layer is trimmed out and brings no pixels; with the option off the word stays empty. The
 // world's own bookkeeping must survive the word: a float layer still reads as float.
