@@ -12,6 +12,7 @@
 #include "AE_Effect.h"
 #include "host/session/Host.h"
 #include "shell/ParamIds.h"
+#include "support/ErrorText.h"
 
 namespace {
 
@@ -228,12 +229,8 @@ TEST(ParamsSetup, TheFirstRefusedAdditionStopsTheSetup)
         host::Host session;
         session.faults().set_recording(true);
         session.faults().fail_call(refused_call, PF_Err_BAD_CALLBACK_PARAM);
-        std::string refusal;
-        try {
-            session.load(ORBIVANE_MODULE_PATH);
-        } catch (const host::HostError& e) {
-            refusal = e.what();
-        }
+        const std::string refusal =
+            test_support::errorOf<host::HostError>([&] { session.load(ORBIVANE_MODULE_PATH); });
         EXPECT_NE(refusal.find("PARAMS_SETUP failed with PF_Err_BAD_CALLBACK_PARAM"), std::string::npos)
             << failing << ": " << refusal;
         const std::vector<std::string> calls = session.faults().recorded_calls();

@@ -38,7 +38,6 @@ public:
     explicit AegpSuitesTest(HostOptions options = HostOptions()) : host(options), suites(host.aegp()) {
         auto c = std::make_shared<Composition>("Main", 640, 360, 25, 10);
         Layer surface = layer(LayerKind::Solid, "Surface", 640, 360);
-        surface.source.name = "Gray Solid 1";
         surface.start_time = 1.0;
         surface_id = c->add_layer(surface).id;
         Layer footage = layer(LayerKind::Footage, "", 64, 32);
@@ -100,15 +99,6 @@ public:
         return kept;
     }
 
-    std::u16string mem_text16(AEGP_MemHandle h) {
-        void* p = nullptr;
-        EXPECT_EQ(memory->AEGP_LockMemHandle(h, &p), A_Err_NONE);
-        std::u16string s(static_cast<const char16_t*>(p));
-        EXPECT_EQ(memory->AEGP_UnlockMemHandle(h), A_Err_NONE);
-        EXPECT_EQ(memory->AEGP_FreeMemHandle(h), A_Err_NONE);
-        return s;
-    }
-
     // One number of a stream at `seconds`, through a value given back at once.
     double value_at(AEGP_StreamRefH s, AEGP_LTimeMode mode, double seconds, bool pre = false) {
         A_Time time{static_cast<A_long>(std::lround(seconds * 100)), 100};
@@ -162,18 +152,6 @@ TEST_F(AegpSuitesTest, LayerQueriesAnswerFromTheComposition) {
     EXPECT_EQ(layers->AEGP_GetCompLayerByIndex(c, 3, &again), A_Err_PARAMETER);
     int bogus = 0;
     EXPECT_EQ(layers->AEGP_GetLayerFlags(reinterpret_cast<AEGP_LayerH>(&bogus), &flags), A_Err_PARAMETER);
-}
-
-TEST_F(AegpSuitesTest, UnnamedLayerReportsAnEmptyNameAndItsSourceName) {
-    AEGP_MemHandle name = nullptr, source = nullptr;
-    ASSERT_EQ(layers->AEGP_GetLayerName(0, handle(footage_id), &name, &source), A_Err_NONE);
-    EXPECT_EQ(mem_text16(name), u"");
-    EXPECT_EQ(mem_text16(source), u"tex.png");
-    const A_UTF16Char given[] = {'t', 'e', 'x', 0xE9, 0};  // non-ASCII survives the round trip
-    ASSERT_EQ(layers->AEGP_SetLayerName(handle(footage_id), given), A_Err_NONE);
-    ASSERT_EQ(layers->AEGP_GetLayerName(0, handle(footage_id), &name, nullptr), A_Err_NONE);
-    EXPECT_EQ(mem_text16(name), u"tex\u00e9");
-    EXPECT_EQ(comp->find_by_id(footage_id)->name, "tex\xc3\xa9");
 }
 
 TEST_F(AegpSuitesTest, LayerStreamValuesHonourTheTimeMode) {

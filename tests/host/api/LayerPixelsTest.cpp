@@ -2,14 +2,13 @@
 // depth, downsampled with ceil-sized extents, sub-rects with their origin, loaded once.
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <string>
-#include <unistd.h>
 
 #include "host/comp/Composition.h"
 #include "host/session/Host.h"
 #include "host/files/ImageIO.h"
 #include "host/api/LayerPixels.h"
+#include "support/TempFolder.h"
 
 namespace host {
 namespace {
@@ -97,14 +96,13 @@ TEST(LayerPixels, SolidWithoutASizeCoversItsComposition) {
 class FileSource : public ::testing::Test {
 protected:
     void SetUp() override {
-        path = "/tmp/orbivane-layerpixels-" + std::to_string(::getpid()) + ".png";
         Image image(3, 1, RGBA{0, 0, 0, 1});
         image.at(0, 0) = RGBA{1, 0, 0, 1};
         image.at(2, 0) = RGBA{0, 0, 1, 1};
         saveImage(image, path);
     }
-    void TearDown() override { std::remove(path.c_str()); }
-    std::string path;
+    const test_support::TempFolder dir;
+    const std::string path = (dir / "source.png").string();
 };
 
 TEST_F(FileSource, ReadOnceAndSharedByEveryLayerUsingIt) {

@@ -22,30 +22,6 @@ const CallCount* find(const std::vector<CallCount>& counts, const std::string& n
     return nullptr;
 }
 
-// Counts per command and name, sorted by name; equal names given by different pointers are
-// one name.
-TEST(CallTally, CountsEachNameSeparatelyPerCommand) {
-    CallTally tally;
-    const char first[] = "area_sample";
-    const char second[] = "area_sample";
-    tally.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");
-    tally.count(PF_Cmd_SMART_RENDER, first);
-    tally.count(PF_Cmd_SMART_RENDER, "checkout_output");
-    tally.count(PF_Cmd_SMART_RENDER, second);
-    tally.refuse(PF_Cmd_SMART_RENDER, second);
-    const std::vector<CallCount> pre = tally.totals(PF_Cmd_SMART_PRE_RENDER);
-    ASSERT_EQ(pre.size(), 1u);
-    EXPECT_EQ(pre[0].name, "checkout_layer");
-    const std::vector<CallCount> render = tally.totals(PF_Cmd_SMART_RENDER);
-    ASSERT_EQ(render.size(), 2u);
-    EXPECT_EQ(render[0].name, "area_sample");
-    EXPECT_EQ(render[0].calls, 2u);
-    EXPECT_EQ(render[0].refused, 1u);
-    EXPECT_EQ(render[1].name, "checkout_output");
-    EXPECT_EQ(render[1].calls, 1u);
-    EXPECT_TRUE(tally.totals(PF_Cmd_UPDATE_PARAMS_UI).empty());
-}
-
 // Eight threads counting at once, switching between two tallies as iteration workers switch
 // between two renders: nothing is lost and nothing is counted in the wrong tally.
 TEST(CallTally, ThreadsCountingAtOnceLoseNothing) {
@@ -90,14 +66,17 @@ TEST(RenderCallLog, MarksTheCallsAfterEffectsRefusesAndSumsFrames) {
                              "area_sample", "AcquireSuite", ""})
         EXPECT_FALSE(forbiddenOnRenderThread(name)) << name;
 
-
     // Two frames' logs summed by name, in name order, the forbidden calls marked and listed once.
+    // Equal names given by different pointers are one name.
     CallTally first, second;
+    const char iterate[] = "iterate_generic", same_name[] = "iterate_generic";
     first.count(PF_Cmd_SMART_PRE_RENDER, "AEGP_GetNewLayerStream");
     first.count(PF_Cmd_SMART_RENDER, "AEGP_GetNewLayerStream");
-    first.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, iterate);
     first.count(PF_Cmd_SMART_RENDER, "checkout_output");
-    second.count(PF_Cmd_SMART_RENDER, "iterate_generic");
+    first.count(PF_Cmd_SMART_RENDER, same_name);
+    EXPECT_EQ(first.totals(PF_Cmd_SMART_RENDER).size(), 3u);
+    EXPECT_TRUE(first.totals(PF_Cmd_UPDATE_PARAMS_UI).empty());
     second.count(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
     second.refuse(PF_Cmd_SMART_RENDER, "AEGP_DisposeStream");
     second.count(PF_Cmd_SMART_PRE_RENDER, "checkout_layer");

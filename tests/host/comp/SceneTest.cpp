@@ -3,11 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include <filesystem>
-#include <fstream>
 #include <string>
 
-#include <unistd.h>
+#include "support/ErrorText.h"
+#include "support/TempFolder.h"
 
 namespace host {
 namespace {
@@ -93,34 +92,23 @@ TEST(Scene, LoadsCompositionLayersEffectAndRenderSettings) {
 }
 
 TEST(Scene, ReadsTheSizeOfAnImageFileRelativeToTheScene) {
-    // A folder of this process's own: test runs of other checkouts may read the same name.
-    const std::string dir = ::testing::TempDir() + "orbivane-scene-" + std::to_string(::getpid());
-    std::filesystem::create_directories(dir);
-    {
-        std::ofstream ppm(dir + "/tiny.ppm", std::ios::binary);
-        ppm << "P6\n3 2\n255\n" << std::string(3 * 2 * 3, '\x7f');
-    }
+    const test_support::TempFolder dir;
+    dir.write("tiny.ppm", "P6\n3 2\n255\n" + std::string(3 * 2 * 3, '\x7f'));
     Scene s = parse_scene(R"({"composition": {"width": 10, "height": 10, "frame_rate": 24, "duration": 1},
         "layers": [{"type": "footage", "source": {"file": "tiny.ppm"}, "effect": {}}]})",
-                          "s.json", dir);
+                          "s.json", dir.path().string());
     const FootageSource& src = s.composition->layer(0).source;
-    EXPECT_EQ(src.path, dir + "/tiny.ppm");
+    EXPECT_EQ(src.path, (dir / "tiny.ppm").string());
     EXPECT_EQ(src.width, 3);
     EXPECT_EQ(src.height, 2);
     EXPECT_EQ(src.name, "tiny.ppm");
     EXPECT_EQ(s.render.times(24), std::vector<double>{0});
-    std::filesystem::remove_all(dir);
 }
 
 std::string error_of(const std::string& layers, const std::string& extra = "") {
     std::string text = R"({"composition": {"width": 64, "height": 64, "frame_rate": 24, "duration": 1},
         "layers": )" + layers + extra + "}";
-    try {
-        parse_scene(text, "scene.json", "");
-    } catch (const SceneError& e) {
-        return e.what();
-    }
-    return "(no error)";
+    return test_support::errorOf<SceneError>([&] { parse_scene(text, "scene.json", ""); });
 }
 
 const std::string kSolid = R"({"type": "solid", "source": {"width": 4, "height": 4}, "effect": {}})";
@@ -150,18 +138,10 @@ TEST(BadScene, MessagesNameTheFileTheFieldAndTheProblem) {
 }
 
 TEST(BadScene, InvalidJsonAndMissingFilesNameTheFile) {
-    try {
-        parse_scene("{\"composition\": ", "broken.json", "");
-        FAIL() << "expected a SceneError";
-    } catch (const SceneError& e) {
-        EXPECT_EQ(std::string(e.what()).rfind("broken.json: composition: not valid JSON", 0), 0u) << e.what();
-    }
-    try {
-        load_scene("/nonexistent/dir/scene.json");
-        FAIL() << "expected a SceneError";
-    } catch (const SceneError& e) {
-        EXPECT_STREQ(e.what(), "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
-    }
+    const std::string broken = test_support::errorOf<SceneError>([] { parse_scene("{\"composition\": ", "broken.json", ""); });
+    EXPECT_EQ(broken.rfind("broken.json: composition: not valid JSON", 0), 0u) << broken;
+    EXPECT_EQ(test_support::errorOf<SceneError>([] { load_scene("/nonexistent/dir/scene.json"); }),
+              "/nonexistent/dir/scene.json: cannot open the scene: No such file or directory");
 }
 
 }  // namespace

@@ -3,11 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
-#include <functional>
 #include <string>
 #include <utility>
 
-#include <unistd.h>
+#include "support/ErrorText.h"
+#include "support/TempFolder.h"
 
 namespace host {
 namespace {
@@ -16,18 +16,8 @@ namespace fs = std::filesystem;
 
 class ImageFiles : public ::testing::Test {
 protected:
-    ImageFiles() {
-        dir_ = fs::temp_directory_path() /
-               ("orbivane-pixels-" + std::to_string(::getpid()) + "-" +
-                ::testing::UnitTest::GetInstance()->current_test_info()->name());
-        fs::remove_all(dir_);
-        fs::create_directories(dir_);
-    }
-    ~ImageFiles() override { fs::remove_all(dir_); }
     std::string path(const std::string& name) const { return (dir_ / name).string(); }
-    std::size_t filesInDir() const {
-        return static_cast<std::size_t>(std::distance(fs::directory_iterator(dir_), fs::directory_iterator()));
-    }
+    std::size_t filesInDir() const { return dir_.files().size(); }
 
     // Straight colours under partial alpha: a premultiply or divide anywhere shows up.
     static Image sample(float unit) {
@@ -58,7 +48,7 @@ protected:
             }
     }
 
-    fs::path dir_;
+    const test_support::TempFolder dir_;
 };
 
 // Every encoder setting is lossless: fast and small PNG, any zlib level, each EXR compression,
@@ -113,18 +103,11 @@ TEST_F(ImageFiles, ErrorsNameTheFile) {
     const std::pair<std::string, SaveOptions> saves[] = {{"picture.bmp", {}},      {"x.png", twelve_bits},
                                                          {"y.png", bad_level},     {"z.exr", lossy},
                                                          {"no-such-dir/x.png", {}}};
-    auto error_of = [](const std::function<void()>& io) -> std::string {
-        try {
-            io();
-        } catch (const ImageIOError& e) {
-            return e.what();
-        }
-        return "(no error)";
-    };
+    using test_support::errorOf;
     for (const auto& [name, options] : saves)
-        EXPECT_NE(error_of([&] { saveImage(sample(1.0f / 255), path(name), options); }).find(name), std::string::npos)
+        EXPECT_NE(errorOf<ImageIOError>([&] { saveImage(sample(1.0f / 255), path(name), options); }).find(name), std::string::npos)
             << name;
-    EXPECT_NE(error_of([&] { loadImage(path("missing.png")); }).find("missing.png"), std::string::npos);
+    EXPECT_NE(errorOf<ImageIOError>([&] { loadImage(path("missing.png")); }).find("missing.png"), std::string::npos);
     EXPECT_EQ(filesInDir(), 0u);
 }
 

@@ -7,11 +7,11 @@
 #include <fstream>
 #include <memory>
 
-#include <unistd.h>
-
 #include "host/comp/Composition.h"
 #include "host/session/Host.h"
 #include "host/session/Pipl.h"
+#include "support/ErrorText.h"
+#include "support/TempFolder.h"
 
 namespace {
 
@@ -59,25 +59,15 @@ TEST_F(ModuleSession, ValuesAreCheckedAgainstTheDefinition) {
     EXPECT_THROW(session.set_param("Source", host::ParamValue::layer(99)), host::HostError);
 }
 
-TEST_F(ModuleSession, InjectedFailureReachesTheCaller) {
-    session.faults().fail_every("checkout_output", PF_Err_OUT_OF_MEMORY);
-    host::RenderResult result = session.render({0.0, 8, 1, {}});
-    EXPECT_EQ(result.err, PF_Err_OUT_OF_MEMORY);
-    EXPECT_FALSE(result.rendered);
-    EXPECT_EQ(session.unload(), "");  // nothing leaked on the error path
-}
-
 // A PiPL whose flags differ from the code's is warned about; one without the entry point, or of
 // another kind, refuses the module.
 TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
     Scene scene;
     // A private copy of the module, so that no other test process reading or removing the
     // shared module's sidecar can race with the sidecars written here.
-    namespace fs = std::filesystem;
-    const fs::path folder = fs::temp_directory_path() / ("orbivane-pipl-" + std::to_string(::getpid()));
-    fs::create_directories(folder);
-    const std::string module_path = (folder / fs::path(HOST_TEST_MODULE_PATH).filename()).string();
-    fs::copy_file(HOST_TEST_MODULE_PATH, module_path, fs::copy_options::overwrite_existing);
+    const test_support::TempFolder folder;
+    const std::string module_path = (folder / std::filesystem::path(HOST_TEST_MODULE_PATH).filename().string()).string();
+    std::filesystem::copy_file(HOST_TEST_MODULE_PATH, module_path);
     host::PiplInfo info;
     info.kind = host::fourCC("eFKT");
     info.name = "Test Module";
@@ -100,18 +90,15 @@ TEST(ModuleLoading, PiplFlagMismatchWarnsAndWrongKindRefuses) {
         EXPECT_EQ(session.effect_name(), "Test Module");
     }
     info.entry_point = "NoSuchEntry";
-    try {
+    const std::string refusal = test_support::errorOf<host::HostError>([&] {
         host::Host session;
         load(session);
-        ADD_FAILURE() << "loaded without its entry point";
-    } catch (const host::HostError& e) {
-        EXPECT_NE(std::string(e.what()).find("Couldn't find main entry point"), std::string::npos) << e.what();
-    }
+    });
+    EXPECT_NE(refusal.find("Couldn't find main entry point"), std::string::npos) << refusal;
     info.kind = host::fourCC("AEgx");
     info.entry_point = "EntryPointFunc";
     host::Host other;
     EXPECT_THROW(load(other), host::HostError);
-    fs::remove_all(folder);
 }
 
 }  // namespace

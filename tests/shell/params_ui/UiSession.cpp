@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "host/api/AegpSuites.h"
-#include "host/comp/Expression.h"
 #include "shell/ParamIds.h"
 
 namespace ui_test {
@@ -20,15 +19,10 @@ UiSession::UiSession(host::HostOptions options) : session(options)
     surface.source.height = 360;
     surface_id = comp->add_layer(surface).id;
 
-    // At 0 s its point (1, 1, 1) lies at (2, 4, -4), 6 px from the world origin; at 1 s at
-    // (-4, 6, 12), 14 px away.
     host::Layer rig;
     rig.name = "Rig";
     rig.kind = host::LayerKind::Null;
     rig.is_3d = true;
-    rig.transform.anchor = host::Vec3{0, 0, 0};
-    rig.transform.position.add_key(0.0, host::Vec3{1, 3, -5});
-    rig.transform.position.add_key(1.0, host::Vec3{-5, 5, 11});
     rig_id = comp->add_layer(rig).id;
 
     host::Layer nameless;
@@ -79,12 +73,6 @@ std::optional<std::string> UiSession::expression(PF_ParamIndex index)
 AEGP_DynStreamFlags UiSession::dynamicFlags(PF_ParamIndex index)
 {
     return session.aegp().effect_stream_flags(index);
-}
-
-double UiSession::streamValue(PF_ParamIndex index, double comp_seconds)
-{
-    const std::optional<std::string> text = expression(index);
-    return text ? host::evaluate_expression(*text, *comp, comp_seconds, 0.0).value : 0.0;
 }
 
 host::HostOptions withLayerInParams(bool layer_in_params)

@@ -3,7 +3,7 @@
 // The built module applied to a layer of a small composition in an emulated host, for the
 // tests of the interface rules. Layers, top to bottom:
 //   "Surface"  the solid the effect is applied to;
-//   "Rig"      a 3D null, anchored at its origin, that moves between 0 s and 1 s;
+//   "Rig"      a 3D null;
 //   (no name)  a solid showing its source's name "Pivot Solid".
 
 #include <gtest/gtest.h>
@@ -37,9 +37,6 @@ public:
     // The expression on an effect parameter's stream; nothing when it has none.
     std::optional<std::string> expression(PF_ParamIndex index);
     AEGP_DynStreamFlags dynamicFlags(PF_ParamIndex index);
-    // The value of a parameter whose own value is 0 at a composition time, its expression
-    // evaluated as the host evaluates it.
-    double streamValue(PF_ParamIndex index, double comp_seconds);
 
     // The names of the host functions one action calls, in order.
     template <class Action>
