@@ -1,6 +1,7 @@
 #include "host/files/ImageIOModule.h"
 
 #include "host/files/ChannelLayout.h"
+#include "host/files/SaveRequest.h"
 #include "host/pixels/Quantise.h"
 #include "host/pixels/RowBands.h"
 
@@ -8,12 +9,10 @@
 #include <OpenImageIO/imageio.h>
 
 #include <algorithm>
-#include <cctype>
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
 #include <fcntl.h>
-#include <filesystem>
 #include <memory>
 #include <mutex>
 #include <new>
@@ -27,14 +26,6 @@
 namespace host {
 
 namespace {
-
-namespace fs = std::filesystem;
-
-std::string lowerExtension(const std::string& path) {
-    std::string ext = fs::path(path).extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return static_cast<char>(std::tolower(c)); });
-    return ext;
-}
 
 void unpremultiply(Image& image) {
     for (RGBA& p : image.pixels()) {
@@ -80,12 +71,6 @@ bool writePremultiplied(OIIO::ImageOutput& out, const Image& image, int threads)
     return writeInStrips<float>(out, image, threads, [](const RGBA& p, float* c) {
         c[0] = p.r * p.a, c[1] = p.g * p.a, c[2] = p.b * p.a, c[3] = p.a;
     });
-}
-
-bool isExrCompression(const std::string& name) {
-    for (const char* known : kExrCompressions)
-        if (name == known) return true;
-    return false;
 }
 
 // The encoder settings: OpenEXR's compression by name; for PNG the zlib level, and the row
@@ -233,22 +218,6 @@ std::vector<unsigned char> encodeInMemory(int width, int height, const std::stri
     }
     if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
     return bytes;
-}
-
-// Refuses what cannot be written; true for OpenEXR, false for PNG.
-bool checkedSaveRequest(int width, int height, const std::string& path, const SaveOptions& options) {
-    const std::string ext = lowerExtension(path);
-    const bool exr = ext == ".exr";
-    if (!exr && ext != ".png")
-        throw ImageIOError("cannot write image '" + path + "': only .png and .exr files are written");
-    if (!exr && options.png_bits != 8 && options.png_bits != 16)
-        throw ImageIOError("cannot write image '" + path + "': PNG depth must be 8 or 16 bits");
-    if (!exr && (options.png_level < 0 || options.png_level > 9))
-        throw ImageIOError("cannot write image '" + path + "': PNG compression level must be 0 to 9");
-    if (exr && !isExrCompression(options.exr_compression))
-        throw ImageIOError("cannot write image '" + path + "': unknown EXR compression \"" + options.exr_compression + "\"");
-    if (width <= 0 || height <= 0) throw ImageIOError("cannot write image '" + path + "': the image is empty");
-    return exr;
 }
 
 }  // namespace

@@ -1,16 +1,14 @@
 #include "host/files/PngFiles.h"
 
 #include "host/files/ChannelLayout.h"
+#include "host/files/SaveRequest.h"
 
 #include <png.h>
 
-#include <algorithm>
-#include <cctype>
 #include <cerrno>
 #include <csetjmp>
 #include <cstdio>
 #include <cstring>
-#include <filesystem>
 #include <new>
 
 namespace host {
@@ -198,14 +196,8 @@ Image readPngPixels(const std::string& path) { return PngReader(path).pixels(); 
 
 std::vector<unsigned char> encodePng(const QuantisedImage& image, const std::string& path, const SaveOptions& options) {
     const std::string cannot = "cannot write image '" + path + "': ";
-    std::string ext = std::filesystem::path(path).extension().string();
-    std::transform(ext.begin(), ext.end(), ext.begin(), [](unsigned char c) { return char(std::tolower(c)); });
-    if (ext != ".png" && ext != ".exr") throw ImageIOError(cannot + "only .png and .exr files are written");
-    if (ext != ".png" || options.png_bits != image.bits())
+    if (checkedSaveRequest(image.width, image.height, path, options) || options.png_bits != image.bits())
         throw ImageIOError(cannot + "its " + std::to_string(image.bits()) + "-bit channels are for a PNG of that depth");
-    if (image.width <= 0 || image.height <= 0) throw ImageIOError(cannot + "the image is empty");
-    if (options.png_level < 0 || options.png_level > 9)
-        throw ImageIOError(cannot + "PNG compression level must be 0 to 9");
     const std::size_t row_bytes = std::size_t(image.width) * 4 * std::size_t(image.bits() / 8);
     const auto* pixels = image.bits() == 16 ? reinterpret_cast<const unsigned char*>(image.rgba16.data())
                                             : image.rgba8.data();
