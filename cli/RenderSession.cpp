@@ -26,6 +26,14 @@ void place(const host::Image& rendered, const PF_LRect& rect, host::Image& frame
     }
 }
 
+// Usually the effect's output covers the layer exactly, and can be handed over as the frame.
+bool coversTheLayer(const RenderedFrame& rendered) {
+    const host::RenderResult& result = rendered.result;
+    const PF_EffectWorld& world = result.output->get();
+    return result.result_rect.left == 0 && result.result_rect.top == 0 && world.width == rendered.width &&
+           world.height == rendered.height;
+}
+
 }  // namespace
 
 std::string describeError(A_long err) { return "error " + std::to_string(err) + " (" + host::errorName(err) + ")"; }
@@ -69,24 +77,18 @@ host::Image toImage(const RenderedFrame& rendered) {
     const host::RenderResult& result = rendered.result;
     if (!result.rendered || !result.output) return host::Image(rendered.width, rendered.height);
     host::Image image = host::worldToImage(result.output->get(), result.output->format());
-    const PF_LRect& r = result.result_rect;
-    // Usually the output covers the layer exactly: hand it over instead of copying a frame.
-    if (r.left == 0 && r.top == 0 && image.width() == rendered.width && image.height() == rendered.height)
-        return image;
+    if (coversTheLayer(rendered)) return image;
     host::Image frame(rendered.width, rendered.height);
-    place(image, r, frame);
+    place(image, result.result_rect, frame);
     return frame;
 }
 
 std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& rendered, int bits) {
     const host::RenderResult& result = rendered.result;
-    if (!result.rendered || !result.output) return std::nullopt;
-    const PF_LRect& r = result.result_rect;
-    const PF_EffectWorld& world = result.output->get();
-    if (result.output->format() == PF_PixelFormat_ARGB128 || r.left != 0 || r.top != 0 ||
-        world.width != rendered.width || world.height != rendered.height)
+    if (!result.rendered || !result.output || result.output->format() == PF_PixelFormat_ARGB128 ||
+        !coversTheLayer(rendered))
         return std::nullopt;
-    return host::worldToQuantised(world, result.output->format(), bits);
+    return host::worldToQuantised(result.output->get(), result.output->format(), bits);
 }
 
 }  // namespace cli
