@@ -77,7 +77,7 @@ std::shared_ptr<const OwnedWorld> LayerPixels::converted(const FootageSource& so
     std::shared_ptr<const Image> img = image(source);
     auto world = std::make_shared<OwnedWorld>();
     WorldOptions options;
-    options.clear = true;
+    options.initial = WorldOptions::Initial::Unset;  // imageToWorld writes every pixel
     const Downsample downsample{1, A_long(den_x), 1, A_long(den_y)};
     if (!img->empty() && imageToWorld(*img, format, downsample, options, *world) != PF_Err_NONE) world->reset();
     worlds_.emplace(key, world);

@@ -93,7 +93,8 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
 
     auto* header = new (block) WorldHeader{kHeaderMagic, g_next_serial.fetch_add(1), format, pixel_bytes};
     char* pixels = block + kHeaderBlock + kPixelMisalignment;
-    std::memset(pixels, options.clear ? 0 : options.poison, pixel_bytes);
+    if (options.initial != WorldOptions::Initial::Unset)
+        std::memset(pixels, options.initial == WorldOptions::Initial::Clear ? 0 : options.poison, pixel_bytes);
 
     world->reserved1 = header;
     PF_WorldFlags flags = 0;

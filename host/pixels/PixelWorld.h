@@ -24,8 +24,13 @@ std::size_t bytesPerPixel(PF_PixelFormat format);
 bool isSupportedFormat(PF_PixelFormat format);
 
 struct WorldOptions {
-    // True: transparent black. False: every byte is `poison`, as undefined memory would be.
-    bool clear = true;
+    // What the new world's bytes, padding included, hold.
+    enum class Initial {
+        Clear,   // transparent black
+        Poison,  // every byte `poison`, as undefined memory would be
+        Unset,   // whatever the allocator left: for a caller that writes every pixel itself
+    };
+    Initial initial = Initial::Clear;
     std::uint8_t poison = 0xA7;
     // Added after rounding a row up to 64 bytes. Give input and output different values so that
     // code mixing up their rowbytes is caught. Rounded up to a multiple of 4 bytes.

@@ -196,7 +196,7 @@ RenderScope::~RenderScope() { host_.finish_context(*context_); }
 std::shared_ptr<OwnedWorld> Host::new_world(A_long width, A_long height, PF_PixelFormat format, bool clear,
                                             bool writeable) {
     WorldOptions opts;
-    opts.clear = clear || !options_.poison;
+    opts.initial = clear || !options_.poison ? WorldOptions::Initial::Clear : WorldOptions::Initial::Poison;
     opts.writeable = writeable;
     opts.extra_row_bytes = writeable ? kEffectWorldExtraRowBytes : kInputExtraRowBytes;
     auto world = std::make_shared<OwnedWorld>();
@@ -257,7 +257,9 @@ std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double comp_seconds,
     const PF_PixelFormat format = bitdepth == 32 ? PF_PixelFormat_ARGB128
                                   : bitdepth == 16 ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32;
     WorldOptions opts;
-    opts.clear = true;
+    // The pixel source writes every pixel: clearing first would write a large layer twice.
+    const bool filled = !black && pixel_source_;
+    opts.initial = filled ? WorldOptions::Initial::Unset : WorldOptions::Initial::Clear;
     opts.extra_row_bytes = kInputExtraRowBytes;
     auto world = std::make_shared<OwnedWorld>();
     if (world->allocate(area.right - area.left, area.bottom - area.top, format, opts) != PF_Err_NONE) return nullptr;
@@ -265,7 +267,7 @@ std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double comp_seconds,
     w.origin_x = area.left;
     w.origin_y = area.top;
     w.pix_aspect_ratio = PF_RationalScale{layer->source.par_num, static_cast<A_u_long>(layer->source.par_den)};
-    if (!black && w.data && pixel_source_)
+    if (filled && w.data)
         pixel_source_(*layer, layer->layer_time(comp_seconds), format, scaleOf(dsx), scaleOf(dsy), w);
     if (rect) {  // a smart checkout: origin in layer space
         w.origin_x = area.left;

@@ -63,7 +63,8 @@ struct HostOptions {
 };
 
 // Fills a world with a layer's pixels. The world's pixel (i, j) is the layer's downsampled
-// pixel (origin_x + i, origin_y + j); `scale_x/y` is the downsample factor (1, 1/2, ...).
+// pixel (origin_x + i, origin_y + j); `scale_x/y` is the downsample factor (1, 1/2, ...). Every
+// pixel is written (the world comes uncleared), transparent where the layer has none.
 using LayerPixelSource = std::function<void(const Layer& layer, double layer_seconds,
                                             PF_PixelFormat format, double scale_x,
                                             double scale_y, PF_EffectWorld& world)>;

@@ -32,7 +32,7 @@ struct Filled {
            A_long origin_x = 0, A_long origin_y = 0)
         : format(f) {
         WorldOptions options;
-        options.clear = false;  // poisoned: every byte must be written
+        options.initial = WorldOptions::Initial::Poison;  // every byte must be written
         EXPECT_EQ(world.allocate(w, h, f, options), PF_Err_NONE);
         world->origin_x = origin_x;
         world->origin_y = origin_y;

@@ -49,7 +49,7 @@ TEST(PixelWorld, ClearOrPoisonFillCoversPaddingToo) {
     for (bool clear : {true, false}) {
         OwnedWorld w;
         WorldOptions options;
-        options.clear = clear;
+        options.initial = clear ? WorldOptions::Initial::Clear : WorldOptions::Initial::Poison;
         options.poison = 0x5A;
         ASSERT_EQ(w.allocate(5, 2, PF_PixelFormat_ARGB128, options), PF_Err_NONE);
         const auto* bytes = reinterpret_cast<const unsigned char*>(w->data);

@@ -60,7 +60,7 @@ public:
     void allocateOutput(A_long width, A_long height)
     {
         host::WorldOptions options;
-        options.clear = false;
+        options.initial = host::WorldOptions::Initial::Poison;
         options.writeable = true;
         RecordScene::allocateOutput<Pixel>(width, height, options);
     }
