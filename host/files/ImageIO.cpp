@@ -194,6 +194,16 @@ ImageHeader readImageHeader(const std::string& path) {
 
 namespace {
 
+// Headers, offset tables and the worst case of compression on top of the raw pixels.
+constexpr std::size_t kHeaderRoom = std::size_t(1) << 20;
+
+// Frames are encoded while the next one renders on every core, so OpenEXR compresses in the
+// calling thread: a pool of its own would only add hand-offs between threads.
+void compressInCallingThread() {
+    static std::once_flag once;
+    std::call_once(once, [] { OIIO::attribute("exr_threads", -1); });
+}
+
 // The file's bytes, encoded in memory so that the host writes them in one checked,
 // all-or-nothing step. write(out) hands the writer its pixels.
 template <class Write>
@@ -206,8 +216,12 @@ std::vector<unsigned char> encodeInMemory(int width, int height, const std::stri
     // PNG holds straight colour; say ours already is, so the writer does not divide again.
     if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
     setCompression(options, exr, spec);
+    if (exr) compressInCallingThread();
 
+    // Room for the uncompressed picture: the writer appends chunk by chunk, and a growing
+    // vector would copy a 1920 x 1080 float frame several times over.
     std::vector<unsigned char> bytes;
+    bytes.reserve(static_cast<std::size_t>(width) * height * 4 * type.size() + kHeaderRoom);
     OIIO::Filesystem::IOVecOutput memory(bytes);
     auto out = OIIO::ImageOutput::create(path, &memory);
     if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
