@@ -57,7 +57,7 @@ public:
 private:
     void write() {
         try {
-            if (writeQuantised()) return;
+            if (writeDirect()) return;
             host::Image image = toImage(frame_);
             if (style_.flatten_over) flattenOver(image, *style_.flatten_over);
             writeFrame(image, job_.path, style_.bit_depth, style_.encoding);
@@ -69,15 +69,19 @@ private:
         }
     }
 
-    // A PNG with its alpha kept goes from the integer world straight to its channels, without
-    // the float frame in between: the same bytes for less work. False when the frame
-    // needs the float path.
-    bool writeQuantised() {
-        if (style_.flatten_over || style_.bit_depth == 32) return false;
-        std::optional<host::QuantisedImage> frame = toQuantised(frame_, style_.bit_depth == 16 ? 16 : 8);
-        if (!frame) return false;
-        writeFrame(*frame, job_.path, style_.encoding);
-        return true;
+    // A frame with its alpha kept goes from the world straight to the file, without the float
+    // frame in between: an integer world to PNG channels, a float world to OpenEXR. The same
+    // bytes for less work. False when the frame needs the float path.
+    bool writeDirect() {
+        if (style_.flatten_over) return false;
+        if (style_.bit_depth == 32) {
+            const std::optional<host::FloatWorldFrame> world = toFloatWorld(frame_);
+            if (world) writeFrame(*world, job_.path, style_.encoding);
+            return world.has_value();
+        }
+        const std::optional<host::QuantisedImage> frame = toQuantised(frame_, style_.bit_depth == 16 ? 16 : 8);
+        if (frame) writeFrame(*frame, job_.path, style_.encoding);
+        return frame.has_value();
     }
 
     const FrameStyle& style_;

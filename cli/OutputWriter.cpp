@@ -54,4 +54,8 @@ void writeFrame(const host::QuantisedImage& frame, const std::string& path, host
     save(frame, path, encoding);
 }
 
+void writeFrame(const host::FloatWorldFrame& frame, const std::string& path, const host::SaveOptions& encoding) {
+    save(frame, path, encoding);
+}
+
 }  // namespace cli

@@ -20,5 +20,7 @@ void flattenOver(host::Image& frame, const host::RGBA& background);
 void writeFrame(const host::Image& frame, const std::string& path, int bit_depth, host::SaveOptions encoding = {});
 // The same for a frame already in PNG channels.
 void writeFrame(const host::QuantisedImage& frame, const std::string& path, host::SaveOptions encoding = {});
+// The same for a float world: an OpenEXR.
+void writeFrame(const host::FloatWorldFrame& frame, const std::string& path, const host::SaveOptions& encoding = {});
 
 }  // namespace cli

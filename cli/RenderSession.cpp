@@ -83,6 +83,14 @@ host::Image toImage(const RenderedFrame& rendered) {
     return frame;
 }
 
+std::optional<host::FloatWorldFrame> toFloatWorld(const RenderedFrame& rendered) {
+    const host::RenderResult& result = rendered.result;
+    if (!result.rendered || !result.output || result.output->format() != PF_PixelFormat_ARGB128 ||
+        !coversTheLayer(rendered))
+        return std::nullopt;
+    return host::FloatWorldFrame{&result.output->get()};
+}
+
 std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& rendered, int bits) {
     const host::RenderResult& result = rendered.result;
     if (!result.rendered || !result.output || result.output->format() == PF_PixelFormat_ARGB128 ||

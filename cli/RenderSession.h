@@ -28,6 +28,10 @@ host::Image toImage(const RenderedFrame& frame);
 // quantise to; none when that takes the float frame (a float world, an output that does not
 // cover the layer exactly, nothing rendered).
 std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& frame, int bits);
+// The rendered float world itself, for the OpenEXR writer; none when the frame needs the float
+// frame (an 8- or 16-bit world, an output that does not cover the layer exactly, nothing
+// rendered).
+std::optional<host::FloatWorldFrame> toFloatWorld(const RenderedFrame& frame);
 
 class RenderSession {
 public:

@@ -41,21 +41,33 @@ void unpremultiply(Image& image) {
 // never needs a second full-size copy (whose page faults alone cost as much as converting).
 constexpr int kStripRows = 64;
 
-// Converts `image` strip by strip with convert(pixel, four channels out), each strip in bands
-// of rows on `threads` threads, and writes it. False when the writer fails.
-template <class T, class Convert>
-bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Convert convert) {
-    const std::size_t width = static_cast<std::size_t>(image.width());
-    std::vector<T> strip(width * kStripRows * 4);
-    for (int y0 = 0; y0 < image.height(); y0 += kStripRows) {
-        const int y1 = std::min(y0 + kStripRows, image.height());
-        const RGBA* rows = &image.pixels()[y0 * width];
+// Converts the picture strip by strip with convert(pixel, four channels out), each strip in
+// bands of rows on `threads` threads, and writes it. row(y) is the first pixel of row y. False
+// when the writer fails.
+template <class T, class Row, class Convert>
+bool writeInStrips(OIIO::ImageOutput& out, int width, int height, Row row, int threads, Convert convert) {
+    const std::size_t columns = static_cast<std::size_t>(width);
+    std::vector<T> strip(columns * kStripRows * 4);
+    for (int y0 = 0; y0 < height; y0 += kStripRows) {
+        const int y1 = std::min(y0 + kStripRows, height);
         forEachRowBand(y1 - y0, threads, [&](int first, int end) {
-            for (std::size_t i = first * width; i < end * width; ++i) convert(rows[i], &strip[i * 4]);
+            for (int r = first; r < end; ++r) {
+                const auto* pixels = row(y0 + r);
+                T* channels = &strip[static_cast<std::size_t>(r) * columns * 4];
+                for (std::size_t x = 0; x < columns; ++x) convert(pixels[x], &channels[x * 4]);
+            }
         });
         if (!out.write_scanlines(y0, y1, 0, OIIO::BaseTypeFromC<T>::value, strip.data())) return false;
     }
     return true;
+}
+
+template <class T, class Convert>
+bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Convert convert) {
+    const RGBA* pixels = image.pixels().data();
+    const std::size_t width = static_cast<std::size_t>(image.width());
+    return writeInStrips<T>(out, image.width(), image.height(), [=](int y) { return pixels + y * width; }, threads,
+                            convert);
 }
 
 // Integer channels rounded to nearest, clamped to 0..white (NaN as 0).
@@ -67,10 +79,21 @@ bool writeQuantised(OIIO::ImageOutput& out, const Image& image, double white, in
     });
 }
 
+// EXR holds premultiplied colour.
+void premultiplied(const PF_PixelFloat& p, float* c) {
+    c[0] = p.red * p.alpha, c[1] = p.green * p.alpha, c[2] = p.blue * p.alpha, c[3] = p.alpha;
+}
+
 bool writePremultiplied(OIIO::ImageOutput& out, const Image& image, int threads) {
     return writeInStrips<float>(out, image, threads, [](const RGBA& p, float* c) {
-        c[0] = p.r * p.a, c[1] = p.g * p.a, c[2] = p.b * p.a, c[3] = p.a;
+        premultiplied(PF_PixelFloat{p.a, p.r, p.g, p.b}, c);
     });
+}
+
+bool writePremultiplied(OIIO::ImageOutput& out, const PF_EffectWorld& world, int threads) {
+    return writeInStrips<float>(out, world.width, world.height,
+                                [&world](int y) { return worldRow<PF_PixelFloat>(world, y); }, threads,
+                                premultiplied);
 }
 
 // The encoder settings: OpenEXR's compression by name; for PNG the zlib level, and the row
@@ -246,6 +269,20 @@ std::vector<unsigned char> encodeImage(const Image& image, const std::string& pa
         });
     } catch (const std::bad_alloc&) {
         throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
+    }
+}
+
+std::vector<unsigned char> encodeFloatWorld(const FloatWorldFrame& frame, const std::string& path,
+                                            const SaveOptions& options) {
+    const PF_EffectWorld& world = *frame.world;
+    if (!checkedSaveRequest(world.width, world.height, path, options))
+        throw ImageIOError("cannot write image '" + path + "': a float frame is written as OpenEXR only");
+    try {
+        return encodeInMemory(world.width, world.height, path, true, options, [&](OIIO::ImageOutput& out) {
+            return writePremultiplied(out, world, options.threads);
+        });
+    } catch (const std::bad_alloc&) {
+        throw outOfMemoryWhileEncoding(world.width, world.height, path);
     }
 }
 

@@ -22,4 +22,8 @@ void saveImage(const QuantisedImage&, const std::string& path, const SaveOptions
     saveImage(Image(), path, options);
 }
 
+void saveImage(const FloatWorldFrame&, const std::string& path, const SaveOptions& options) {
+    saveImage(Image(), path, options);
+}
+
 }  // namespace host

@@ -122,6 +122,12 @@ void saveImage(const Image& image, const std::string& path, const SaveOptions& o
     writeEncoded(module("write", path).encode(image, path, options), path);
 }
 
+void saveImage(const FloatWorldFrame& frame, const std::string& path, const SaveOptions& options) {
+    if (systemFault(SystemCall::Allocate) != 0)
+        throw outOfMemoryWhileEncoding(frame.world->width, frame.world->height, path);
+    writeEncoded(module("write", path).encode_float_world(frame, path, options), path);
+}
+
 void saveImage(const QuantisedImage& image, const std::string& path, const SaveOptions& options) {
     if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image.width, image.height, path);
     writeEncoded(encodePng(image, path, options), path);

@@ -28,6 +28,8 @@ ImageHeader readImageHeader(const std::string& path);
 struct ImageIOModule {
     Image (*load)(const std::string& path);
     std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
+    std::vector<unsigned char> (*encode_float_world)(const FloatWorldFrame& frame, const std::string& path,
+                                                     const SaveOptions& options);
     ImageHeader (*header)(const std::string& path);
 };
 

@@ -4,7 +4,7 @@
 namespace host {
 namespace {
 
-const ImageIOModule kModule{&readImagePixels, &encodeImage, &readImageHeader};
+const ImageIOModule kModule{&readImagePixels, &encodeImage, &encodeFloatWorld, &readImageHeader};
 
 }  // namespace
 }  // namespace host

@@ -107,6 +107,13 @@ struct QuantisedImage {
     int bits() const { return rgba16.empty() ? 8 : 16; }
 };
 
+// A float world handed to the OpenEXR writer as it stands: the writer premultiplies its
+// straight ARGB floats strip by strip, so no float frame is made in between. The world must
+// outlive the write.
+struct FloatWorldFrame {
+    const PF_EffectWorld* world = nullptr;
+};
+
 // An 8- or 16-bit world straight into PNG channels of `bits` (8 or 16): the values that
 // quantising worldToImage's floats gives, one table look-up per channel, without the float
 // frame in between. Throws ImageAllocationError when the pixels do not fit in memory.

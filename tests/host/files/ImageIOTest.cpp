@@ -70,12 +70,15 @@ TEST_F(ImageFiles, PngRoundTripsKeepStraightColourIn8And16BitsWithEveryCompressi
         }
 }
 
+// Saved from an image and from a float world holding the same straight pixels.
 TEST_F(ImageFiles, ExrRoundTripIsFloatExactForDyadicValuesWithEveryCompression) {
     Image img(2, 2);
     img.at(0, 0) = RGBA{0.75f, 2.5f, -0.25f, 1.0f};
     img.at(1, 0) = RGBA{0.5f, 0.25f, 1.0f, 0.5f};
     img.at(0, 1) = RGBA{1.0f, 0.125f, 0.0f, 0.25f};
     img.at(1, 1) = RGBA{0, 0, 0, 0};
+    OwnedWorld world;
+    ASSERT_EQ(imageToWorld(img, PF_PixelFormat_ARGB128, Downsample{}, {}, world), PF_Err_NONE);
     for (const char* compression : kExrCompressions) {
         SaveOptions options;
         options.exr_compression = compression;
@@ -84,7 +87,10 @@ TEST_F(ImageFiles, ExrRoundTripIsFloatExactForDyadicValuesWithEveryCompression) 
         SCOPED_TRACE(file);
         saveImage(img, file, options);
         expectSame(loadImage(file), img, 0.0f);
+        saveImage(FloatWorldFrame{&world.get()}, file, options);
+        expectSame(loadImage(file), img, 0.0f);
     }
+    EXPECT_THROW(saveImage(FloatWorldFrame{&world.get()}, path("float.png")), ImageIOError);
 }
 
 TEST_F(ImageFiles, SavingLeavesOnlyTheFinalFile) {
