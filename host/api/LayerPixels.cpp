@@ -78,6 +78,7 @@ std::shared_ptr<const OwnedWorld> LayerPixels::converted(const FootageSource& so
     auto world = std::make_shared<OwnedWorld>();
     WorldOptions options;
     options.initial = WorldOptions::Initial::Unset;  // imageToWorld writes every pixel
+    options.extra_row_bytes = kLayerExtraRowBytes;   // as every input world, for the views
     const Downsample downsample{1, A_long(den_x), 1, A_long(den_y)};
     if (!img->empty() && imageToWorld(*img, format, downsample, options, *world) != PF_Err_NONE) world->reset();
     worlds_.emplace(key, world);
@@ -126,16 +127,17 @@ void LayerPixels::fill(const Layer& layer, int full_width, int full_height, PF_P
     if (src && x1 > x0) markLayerPixels(world);
 }
 
-LayerPixelSource LayerPixels::source(Host& host) {
-    return [this, &host](const Layer& layer, double, PF_PixelFormat format, double scale_x, double scale_y,
-                         PF_EffectWorld& world) {
-        const Composition* comp = host.composition();
-        try {
-            fill(layer, comp ? comp->width() : 0, comp ? comp->height() : 0, format, scale_x, scale_y, world);
-        } catch (const std::exception& e) {
-            host.message("layer \"" + layer.display_name() + "\": " + e.what());
-        }
-    };
+std::shared_ptr<const OwnedWorld> LayerPixels::whole(const Layer& layer, int full_width, int full_height,
+                                                     PF_PixelFormat format, double scale_x, double scale_y) {
+    if (!layer.has_source()) return nullptr;
+    std::lock_guard<std::mutex> lock(mutex_);
+    try {
+        std::shared_ptr<const OwnedWorld> pixels = converted(sized(layer.source, full_width, full_height), format,
+                                                             denominatorOf(scale_x), denominatorOf(scale_y));
+        return pixels->get().data ? pixels : nullptr;
+    } catch (const std::exception&) {
+        return nullptr;  // fill() reports it
+    }
 }
 
 std::size_t LayerPixels::images_loaded() const {

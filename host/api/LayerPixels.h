@@ -19,6 +19,9 @@ namespace host {
 
 struct FootageSource;
 
+// Row padding of the worlds layer pixels arrive in (input and layer checkouts alike).
+constexpr A_long kLayerExtraRowBytes = 48;
+
 // The image a footage or solid source stands for at full resolution. Throws ImageIOError when
 // the file cannot be read. Layers without pixels of their own (cameras, lights, nulls) have none.
 Image sourceImage(const FootageSource& source);
@@ -41,9 +44,12 @@ public:
     void fill(const Layer& layer, int full_width, int full_height, PF_PixelFormat format, double scale_x,
               double scale_y, PF_EffectWorld& world);
 
-    // The hook for Host::set_layer_pixel_source; it shares this cache. Errors reading a file
-    // are reported through `host` and leave the layer transparent.
-    LayerPixelSource source(Host& host);
+    // The converted world behind fill() when it holds pixels: `layer` at `format` and the
+    // downsample, the whole source. None for a layer without pixels or an unreadable source.
+    // Its pixels never change; worlds handed out may show them without a copy (viewWorld), as
+    // After Effects hands out its cached layer pixels.
+    std::shared_ptr<const OwnedWorld> whole(const Layer& layer, int full_width, int full_height,
+                                            PF_PixelFormat format, double scale_x, double scale_y);
 
     std::size_t images_loaded() const;
 

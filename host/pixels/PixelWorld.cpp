@@ -55,6 +55,16 @@ const WorldHeader* liveHeader(const PF_EffectWorld& world) {
     return header;
 }
 
+WorldHeader* newHeader(void* block, PF_PixelFormat format, std::size_t pixel_bytes) {
+    return new (block) WorldHeader{kHeaderMagic, g_next_serial.fetch_add(1), format, pixel_bytes};
+}
+
+void registerHeader(const WorldHeader* header) {
+    Registry& reg = registry();
+    std::unique_lock<std::shared_mutex> lock(reg.mutex);
+    reg.live.insert(header);
+}
+
 }  // namespace
 
 std::size_t bytesPerPixel(PF_PixelFormat format) {
@@ -91,7 +101,7 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
     char* block = static_cast<char*>(std::malloc(kHeaderBlock + kPixelMisalignment + pixel_bytes));
     if (!block) return PF_Err_OUT_OF_MEMORY;
 
-    auto* header = new (block) WorldHeader{kHeaderMagic, g_next_serial.fetch_add(1), format, pixel_bytes};
+    WorldHeader* header = newHeader(block, format, pixel_bytes);
     char* pixels = block + kHeaderBlock + kPixelMisalignment;
     if (options.initial != WorldOptions::Initial::Unset)
         std::memset(pixels, options.initial == WorldOptions::Initial::Clear ? 0 : options.poison, pixel_bytes);
@@ -112,9 +122,22 @@ PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const W
     world->pix_aspect_ratio.num = 1;
     world->pix_aspect_ratio.den = 1;
 
-    Registry& reg = registry();
-    std::unique_lock<std::shared_mutex> lock(reg.mutex);
-    reg.live.insert(header);
+    registerHeader(header);
+    return PF_Err_NONE;
+}
+
+PF_Err viewWorld(const PF_EffectWorld& source, PF_EffectWorld* world) {
+    if (!world) return PF_Err_BAD_CALLBACK_PARAM;
+    *world = PF_EffectWorld{};
+    const WorldHeader* shown = liveHeader(source);
+    if (!shown) return PF_Err_BAD_CALLBACK_PARAM;
+    void* block = std::malloc(kHeaderBlock);
+    if (!block) return PF_Err_OUT_OF_MEMORY;
+    WorldHeader* header = newHeader(block, shown->format, shown->pixel_bytes);
+    *world = source;
+    world->reserved1 = header;
+    world->world_flags &= ~PF_WorldFlag_WRITEABLE;
+    registerHeader(header);
     return PF_Err_NONE;
 }
 

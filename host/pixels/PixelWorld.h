@@ -12,6 +12,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <memory>
 #include <utility>
 
 namespace host {
@@ -49,7 +50,13 @@ A_long paddedRowBytes(A_long width, PF_PixelFormat format, A_long extra_row_byte
 PF_Err allocateWorld(A_long width, A_long height, PF_PixelFormat format, const WorldOptions& options,
                      PF_EffectWorld* world);
 
-// Releases a world made by allocateWorld and clears the struct. Returns
+// Fills `*world` with a world that shows the pixels of `source` (a live world made here)
+// without copying them: a registration and serial of its own, the source's format, size,
+// rowbytes and pixels, never WRITEABLE. The source must outlive it; freeWorld releases the
+// view alone. PF_Err_BAD_CALLBACK_PARAM for a source this file did not make.
+PF_Err viewWorld(const PF_EffectWorld& source, PF_EffectWorld* world);
+
+// Releases a world made by allocateWorld or viewWorld and clears the struct. Returns
 // PF_Err_BAD_CALLBACK_PARAM (and touches nothing) for a world this file did not make or one
 // already freed.
 PF_Err freeWorld(PF_EffectWorld* world);
@@ -135,11 +142,14 @@ public:
     ~OwnedWorld() { reset(); }
     OwnedWorld(const OwnedWorld&) = delete;
     OwnedWorld& operator=(const OwnedWorld&) = delete;
-    OwnedWorld(OwnedWorld&& other) noexcept : world_(other.world_) { other.world_ = PF_EffectWorld{}; }
+    OwnedWorld(OwnedWorld&& other) noexcept : world_(other.world_), source_(std::move(other.source_)) {
+        other.world_ = PF_EffectWorld{};
+    }
     OwnedWorld& operator=(OwnedWorld&& other) noexcept {
         if (this != &other) {
             reset();
             world_ = other.world_;
+            source_ = std::move(other.source_);
             other.world_ = PF_EffectWorld{};
         }
         return *this;
@@ -150,9 +160,18 @@ public:
         reset();
         return allocateWorld(width, height, format, options, &world_);
     }
+    // Replaces the held world with a view of `source`'s pixels (viewWorld), keeping the source
+    // alive as long as the view.
+    PF_Err view(std::shared_ptr<const OwnedWorld> source) {
+        reset();
+        const PF_Err err = viewWorld(source->get(), &world_);
+        if (err == PF_Err_NONE) source_ = std::move(source);
+        return err;
+    }
     void reset() {
         if (isLiveWorld(world_)) freeWorld(&world_);
         world_ = PF_EffectWorld{};
+        source_.reset();
     }
 
     PF_EffectWorld& get() { return world_; }
@@ -163,6 +182,7 @@ public:
 
 private:
     PF_EffectWorld world_;
+    std::shared_ptr<const OwnedWorld> source_;  // the pixels a view shows
 };
 
 }  // namespace host

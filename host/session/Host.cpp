@@ -32,7 +32,7 @@ namespace {
 
 constexpr A_long kAfterEffectsAppId = 0x46585443;  // 'FXTC'
 // Row padding beyond the 64-byte rounding, different per role so mixed-up rowbytes show.
-constexpr A_long kInputExtraRowBytes = 48;
+constexpr A_long kInputExtraRowBytes = kLayerExtraRowBytes;
 constexpr A_long kOutputExtraRowBytes = 16;
 constexpr A_long kEffectWorldExtraRowBytes = 32;
 
@@ -62,7 +62,6 @@ Host::Host(HostOptions options)
     core::setActiveHost(this);
     core::registerCoreSuites(registry_);
     aegp_.reset(new AegpSuites(*this));
-    pixel_source_ = layer_pixels_->source(*this);
 }
 
 Host::~Host() {
@@ -247,34 +246,55 @@ PF_LRect Host::layer_bounds(int layer_id, const PF_RationalScale& dsx, const PF_
     return PF_LRect{0, 0, scaledExtent(w, dsx), scaledExtent(h, dsy)};
 }
 
-std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double comp_seconds, short bitdepth,
-                                              const PF_RationalScale& dsx, const PF_RationalScale& dsy,
-                                              const PF_LRect* rect, bool black) {
+std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double, short bitdepth, const PF_RationalScale& dsx,
+                                              const PF_RationalScale& dsy, const PF_LRect* rect, bool black) {
     const Layer* layer = comp_ ? comp_->find_by_id(layer_id) : nullptr;
     if (!layer) return nullptr;
     const PF_LRect bounds = layer_bounds(layer_id, dsx, dsy);
     const PF_LRect area = rect ? *rect : bounds;
     const PF_PixelFormat format = bitdepth == 32 ? PF_PixelFormat_ARGB128
                                   : bitdepth == 16 ? PF_PixelFormat_ARGB64 : PF_PixelFormat_ARGB32;
+    // The module checks its own layer out several times a frame, and a float layer is large.
+    const bool whole_layer = area.left == 0 && area.top == 0 && area.right == bounds.right &&
+                             area.bottom == bounds.bottom;
+    std::shared_ptr<OwnedWorld> world;
+    if (whole_layer && !black) world = layer_view(*layer, area, format, dsx, dsy);
+    if (!world) world = layer_copy(*layer, area, format, dsx, dsy, black);
+    if (world)
+        world->get().pix_aspect_ratio =
+            PF_RationalScale{layer->source.par_num, static_cast<A_u_long>(layer->source.par_den)};
+    return world;
+}
+
+std::shared_ptr<OwnedWorld> Host::layer_view(const Layer& layer, const PF_LRect& area, PF_PixelFormat format,
+                                             const PF_RationalScale& dsx, const PF_RationalScale& dsy) {
+    std::shared_ptr<const OwnedWorld> pixels =
+        layer_pixels_->whole(layer, comp_->width(), comp_->height(), format, scaleOf(dsx), scaleOf(dsy));
+    if (!pixels || pixels->get().width != area.right || pixels->get().height != area.bottom) return nullptr;
+    auto world = std::make_shared<OwnedWorld>();
+    if (world->view(std::move(pixels)) != PF_Err_NONE) return nullptr;
+    world->get().origin_x = 0;
+    world->get().origin_y = 0;
+    markLayerPixels(world->get());
+    return world;
+}
+
+std::shared_ptr<OwnedWorld> Host::layer_copy(const Layer& layer, const PF_LRect& area, PF_PixelFormat format,
+                                             const PF_RationalScale& dsx, const PF_RationalScale& dsy, bool black) {
     WorldOptions opts;
-    // The pixel source writes every pixel: clearing first would write a large layer twice.
-    const bool filled = !black && pixel_source_;
-    opts.initial = filled ? WorldOptions::Initial::Unset : WorldOptions::Initial::Clear;
+    // fill() writes every pixel: clearing first would write the layer twice.
+    opts.initial = black ? WorldOptions::Initial::Clear : WorldOptions::Initial::Unset;
     opts.extra_row_bytes = kInputExtraRowBytes;
     auto world = std::make_shared<OwnedWorld>();
     if (world->allocate(area.right - area.left, area.bottom - area.top, format, opts) != PF_Err_NONE) return nullptr;
     PF_EffectWorld& w = world->get();
-    w.origin_x = area.left;
+    w.origin_x = area.left;  // a smart checkout's origin is in layer space; the whole layer's is 0
     w.origin_y = area.top;
-    w.pix_aspect_ratio = PF_RationalScale{layer->source.par_num, static_cast<A_u_long>(layer->source.par_den)};
-    if (filled && w.data)
-        pixel_source_(*layer, layer->layer_time(comp_seconds), format, scaleOf(dsx), scaleOf(dsy), w);
-    if (rect) {  // a smart checkout: origin in layer space
-        w.origin_x = area.left;
-        w.origin_y = area.top;
-    } else {
-        w.origin_x = 0;
-        w.origin_y = 0;
+    if (black || !w.data) return world;
+    try {
+        layer_pixels_->fill(layer, comp_->width(), comp_->height(), format, scaleOf(dsx), scaleOf(dsy), w);
+    } catch (const std::exception& e) {
+        message("layer \"" + layer.display_name() + "\": " + e.what());  // the layer stays transparent
     }
     return world;
 }

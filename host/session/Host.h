@@ -62,13 +62,6 @@ struct HostOptions {
     bool echo_messages = false;  // also print host messages to stderr
 };
 
-// Fills a world with a layer's pixels. The world's pixel (i, j) is the layer's downsampled
-// pixel (origin_x + i, origin_y + j); `scale_x/y` is the downsample factor (1, 1/2, ...). Every
-// pixel is written (the world comes uncleared), transparent where the layer has none.
-using LayerPixelSource = std::function<void(const Layer& layer, double layer_seconds,
-                                            PF_PixelFormat format, double scale_x,
-                                            double scale_y, PF_EffectWorld& world)>;
-
 struct RenderRequest {
     double seconds = 0;  // composition time
     short bitdepth = 8;  // 8, 16 or 32
@@ -129,8 +122,7 @@ public:
     const Layer* effect_layer() const;
     int effect_layer_id() const { return effect_layer_id_; }
     // Layer pixels come from the composition's sources (image files, generated images,
-    // solids) through layer_pixels() unless a test plugs in its own hook.
-    void set_layer_pixel_source(LayerPixelSource source) { pixel_source_ = std::move(source); }
+    // solids) through layer_pixels().
     LayerPixels& layer_pixels() { return *layer_pixels_; }
     // Resolves a layer id to the AEGP_LayerH the composition's suites hand out.
     void set_layer_handle_resolver(std::function<void*(int layer_id)> resolver) {
@@ -236,6 +228,13 @@ private:
     bool wants_update_params_ui() const;
     double layer_seconds(double comp_seconds) const;
     void log_command(PF_Cmd cmd);
+    // The two ways layer_world makes a world: a view of the host's converted pixels for a
+    // checkout of the whole layer (none when there are none), or a world of its own that the
+    // layer's pixels are copied into (black: cleared instead).
+    std::shared_ptr<OwnedWorld> layer_view(const Layer& layer, const PF_LRect& area, PF_PixelFormat format,
+                                           const PF_RationalScale& dsx, const PF_RationalScale& dsy);
+    std::shared_ptr<OwnedWorld> layer_copy(const Layer& layer, const PF_LRect& area, PF_PixelFormat format,
+                                           const PF_RationalScale& dsx, const PF_RationalScale& dsy, bool black);
 
     HostOptions options_;
     SuiteRegistry registry_;
@@ -249,7 +248,6 @@ private:
     std::shared_ptr<Composition> comp_;
     int effect_layer_id_ = 0;
     std::unique_ptr<LayerPixels> layer_pixels_;
-    LayerPixelSource pixel_source_;
     std::function<void*(int)> layer_handle_;
 
     std::unique_ptr<ModuleLibrary> module_;

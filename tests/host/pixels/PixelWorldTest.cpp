@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <cstdint>
+#include <memory>
+#include <tuple>
 
 namespace host {
 namespace {
@@ -97,6 +99,35 @@ TEST(PixelWorld, FreeingTracksLiveWorldsAndRefusesStrangers) {
     EXPECT_EQ(worldPixelFormat(foreign), PF_PixelFormat_ARGB64);
     foreign.world_flags = 0;
     EXPECT_EQ(worldPixelFormat(foreign), PF_PixelFormat_ARGB32);
+}
+
+// A view shares the pixels and nothing else: freeing it leaves them to their owner, and it is
+// counted, read-only and refused for a world the host did not make.
+TEST(PixelWorld, ViewShowsTheSourcePixelsAndIsAWorldOfItsOwn) {
+    auto source = std::make_shared<OwnedWorld>();
+    WorldOptions writeable;
+    writeable.writeable = true;
+    ASSERT_EQ(source->allocate(6, 4, PF_PixelFormat_ARGB64, writeable), PF_Err_NONE);
+    worldPixel<PF_Pixel16>(source->get(), 5, 3).red = 1234;
+    const std::size_t before = liveWorldCount();
+    {
+        OwnedWorld view;
+        ASSERT_EQ(view.view(source), PF_Err_NONE);
+        EXPECT_EQ(liveWorldCount(), before + 1);
+        EXPECT_EQ(view->data, source->get().data);
+        EXPECT_EQ(std::tie(view->width, view->height, view->rowbytes),
+                  std::tie(source->get().width, source->get().height, source->get().rowbytes));
+        EXPECT_EQ(view.format(), PF_PixelFormat_ARGB64);
+        EXPECT_EQ(view->world_flags, PF_WorldFlags(PF_WorldFlag_DEEP)) << "not writeable";
+        EXPECT_NE(worldSerial(view.get()), worldSerial(source->get()));
+        std::weak_ptr<OwnedWorld> owner = source;
+        source.reset();
+        ASSERT_FALSE(owner.expired()) << "the view keeps its pixels alive";
+        EXPECT_EQ(worldPixel<PF_Pixel16>(view.get(), 5, 3).red, 1234);
+    }
+    EXPECT_EQ(liveWorldCount(), before - 1) << "the view and then its source are freed";
+    PF_EffectWorld stranger{}, view{};
+    EXPECT_EQ(viewWorld(stranger, &view), PF_Err_BAD_CALLBACK_PARAM);
 }
 
 }  // namespace
