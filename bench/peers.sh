@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# peers.sh [--quick] [--runs N] [--build DIR] [POV_MATCH_DIR]
+# peers.sh [--quick] [--depths] [--runs N] [--build DIR] [POV_MATCH_DIR]
 #
 # Times orbivane-render's 24-frame sequence of the POV-Ray matched scene at -j 2 and -j 1 and,
 # when `povray` is installed (Debian package povray), POV-Ray on the same picture with forced
@@ -8,6 +8,8 @@
 # rounds, per frame (our sequence time / its frame count).
 #
 #   --quick       a quarter of the resolution (ours -d 4, POV-Ray 480x270), 6 frames, 1 round
+#   --depths      instead: the cost of one more 8-, 16- and 32-bit frame at -j 2 (sequences of 1
+#                 and of 24 frames in turns; (time of 24 - time of 1) / 23) and its ratio to 8-bit
 #   --runs N      rounds (default 3; 1 with --quick)
 #   --build DIR   build folder holding cli/orbivane-render (default: build)
 #   POV_MATCH_DIR the scene folder (default: ../shared/bench/pov-match beside the repository,
@@ -17,13 +19,14 @@ set -euo pipefail
 shopt -s inherit_errexit
 
 root=$(cd "$(dirname "$0")/.." && pwd)
-quick=0 runs= build=build scene_dir=
+quick=0 depths=0 runs= build=build scene_dir=
 while (($#)); do
     case $1 in
         --quick) quick=1 ;;
+        --depths) depths=1 ;;
         --runs) runs=${2:?--runs needs a number}; shift ;;
         --build) build=${2:?--build needs a folder}; shift ;;
-        -h|--help) sed -n '2,16p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
+        -h|--help) sed -n '2,17p' "$0" | sed 's/^# \{0,1\}//'; exit 0 ;;
         -*) echo "peers.sh: unknown option $1 (see --help)" >&2; exit 2 ;;
         *) scene_dir=$1 ;;
     esac
@@ -50,6 +53,7 @@ cp -r "$scene_dir/." "$work/"
 cd "$work"
 
 if ((quick)); then frames=6 size=(-d 4) pov_size=(+W480 +H270); else frames=24 size=() pov_size=(+W1920 +H1080); fi
+
 have_pov=0
 command -v povray >/dev/null && have_pov=1 ||
     echo "peers.sh: povray is not installed (apt-get install povray); timing Orbivane only" >&2
@@ -66,6 +70,30 @@ seconds() {
     awk -v a="$start" -v b="$EPOCHREALTIME" 'BEGIN { printf "%.4f\n", b - a }'
 }
 median() { sort -g | awk '{ v[NR] = $1 } END { print (NR % 2) ? v[(NR + 1) / 2] : (v[NR / 2] + v[NR / 2 + 1]) / 2 }'; }
+ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.1f", a / b }'; }
+
+# --depths: one more frame of each depth against one more 8-bit frame.
+if ((depths)); then
+    depth_run() { local ext=png; (($1 == 32)) && ext=exr
+                  "$render" orbivane_pov.json -q -j 2 "${size[@]}" -b "$1" --frames 0-$(($2 - 1)) -o out/d$1.####.$ext; }
+    declare -A depth_times
+    for ((r = 1; r <= runs; ++r)); do
+        echo "round $r/$runs" >&2
+        for b in 8 16 32; do for n in 1 "$frames"; do depth_times[$b-$n]+="$(seconds depth_run "$b" "$n") "; done; done
+    done
+    declare -A added
+    for b in 8 16 32; do
+        one=$(tr ' ' '\n' <<<"${depth_times[$b-1]}" | grep . | median)
+        all=$(tr ' ' '\n' <<<"${depth_times[$b-$frames]}" | grep . | median)
+        added[$b]=$(awk -v a="$all" -v o="$one" -v f="$frames" 'BEGIN { print (a - o) / (f - 1) }')
+    done
+    echo "$(date -u +%F), $(nproc) cores; $runs round(s), medians; one more frame at -j 2"
+    for b in 8 16 32; do
+        printf '%2d-bit %9.3f s  %sx an 8-bit frame\n' "$b" "${added[$b]}" \
+            "$(awk -v a="${added[$b]}" -v e="${added[8]}" 'BEGIN { printf "%.2f", a / e }')"
+    done
+    exit 0
+fi
 
 declare -A times
 names=(ours2 ours1)
@@ -84,7 +112,6 @@ for n in "${names[@]}"; do
     [[ $n == ours* ]] && m=$(awk -v m="$m" -v f="$frames" 'BEGIN { print m / f }')
     per_frame[$n]=$m
 done
-ratio() { awk -v a="$1" -v b="$2" 'BEGIN { printf "%.1f", a / b }'; }
 
 cpu=$(grep -m1 'model name' /proc/cpuinfo | cut -d: -f2- | sed 's/^ //')
 echo "$(date -u +%F), $(nproc) cores, $cpu; $runs round(s), medians$( ((quick)) && echo ', QUICK: quarter resolution, 6 frames')"
