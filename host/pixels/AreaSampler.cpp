@@ -108,7 +108,10 @@ inline EntryPairs pairsOf(const Entry& entry) {
     return pairs;
 }
 
-inline Pair absolute(Pair v) { return reinterpret_cast<Pair>(reinterpret_cast<PairBits>(v) & ~PairBits{LLONG_MIN, LLONG_MIN}); }
+// |v| per channel: the sign bit cleared, as std::fabs does.
+inline Pair absolute(Pair v) {
+    return reinterpret_cast<Pair>(reinterpret_cast<PairBits>(v) & ~PairBits{LLONG_MIN, LLONG_MIN});
+}
 
 // Sum over one block from its four table corners (top-left, top-right, bottom-left,
 // bottom-right). With integer sources every term is an integer and the sum is exact.

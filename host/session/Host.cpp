@@ -246,6 +246,7 @@ PF_LRect Host::layer_bounds(int layer_id, const PF_RationalScale& dsx, const PF_
     return PF_LRect{0, 0, scaledExtent(w, dsx), scaledExtent(h, dsy)};
 }
 
+// Sources are still pictures, so the time does not change the pixels.
 std::shared_ptr<OwnedWorld> Host::layer_world(int layer_id, double, short bitdepth, const PF_RationalScale& dsx,
                                               const PF_RationalScale& dsy, const PF_LRect* rect, bool black) {
     const Layer* layer = comp_ ? comp_->find_by_id(layer_id) : nullptr;
