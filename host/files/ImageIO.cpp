@@ -2,7 +2,6 @@
 
 #include "host/files/ChannelLayout.h"
 #include "host/files/SaveRequest.h"
-#include "host/pixels/Quantise.h"
 #include "host/pixels/RowBands.h"
 
 #include <OpenImageIO/filesystem.h>
@@ -41,42 +40,25 @@ void unpremultiply(Image& image) {
 // never needs a second full-size copy (whose page faults alone cost as much as converting).
 constexpr int kStripRows = 64;
 
-// Converts the picture strip by strip with convert(pixel, four channels out), each strip in
-// bands of rows on `threads` threads, and writes it. row(y) is the first pixel of row y. False
-// when the writer fails.
-template <class T, class Row, class Convert>
+// Converts the picture strip by strip with convert(pixel, four float channels out), each strip
+// in bands of rows on `threads` threads, and writes it. row(y) is the first pixel of row y.
+// False when the writer fails.
+template <class Row, class Convert>
 bool writeInStrips(OIIO::ImageOutput& out, int width, int height, Row row, int threads, Convert convert) {
     const std::size_t columns = static_cast<std::size_t>(width);
-    std::vector<T> strip(columns * kStripRows * 4);
+    std::vector<float> strip(columns * kStripRows * 4);
     for (int y0 = 0; y0 < height; y0 += kStripRows) {
         const int y1 = std::min(y0 + kStripRows, height);
         forEachRowBand(y1 - y0, threads, [&](int first, int end) {
             for (int r = first; r < end; ++r) {
                 const auto* pixels = row(y0 + r);
-                T* channels = &strip[static_cast<std::size_t>(r) * columns * 4];
+                float* channels = &strip[static_cast<std::size_t>(r) * columns * 4];
                 for (std::size_t x = 0; x < columns; ++x) convert(pixels[x], &channels[x * 4]);
             }
         });
-        if (!out.write_scanlines(y0, y1, 0, OIIO::BaseTypeFromC<T>::value, strip.data())) return false;
+        if (!out.write_scanlines(y0, y1, 0, OIIO::TypeDesc::FLOAT, strip.data())) return false;
     }
     return true;
-}
-
-template <class T, class Convert>
-bool writeInStrips(OIIO::ImageOutput& out, const Image& image, int threads, Convert convert) {
-    const RGBA* pixels = image.pixels().data();
-    const std::size_t width = static_cast<std::size_t>(image.width());
-    return writeInStrips<T>(out, image.width(), image.height(), [=](int y) { return pixels + y * width; }, threads,
-                            convert);
-}
-
-// Integer channels rounded to nearest, clamped to 0..white (NaN as 0).
-template <class T>
-bool writeQuantised(OIIO::ImageOutput& out, const Image& image, double white, int threads) {
-    auto q = [white](float v) { return quantiseChannel<T>(v, white); };
-    return writeInStrips<T>(out, image, threads, [&q](const RGBA& p, T* c) {
-        c[0] = q(p.r), c[1] = q(p.g), c[2] = q(p.b), c[3] = q(p.a);
-    });
 }
 
 // EXR holds premultiplied colour.
@@ -85,27 +67,16 @@ void premultiplied(const PF_PixelFloat& p, float* c) {
 }
 
 bool writePremultiplied(OIIO::ImageOutput& out, const Image& image, int threads) {
-    return writeInStrips<float>(out, image, threads, [](const RGBA& p, float* c) {
-        premultiplied(PF_PixelFloat{p.a, p.r, p.g, p.b}, c);
-    });
+    const RGBA* pixels = image.pixels().data();
+    const std::size_t width = static_cast<std::size_t>(image.width());
+    return writeInStrips(out, image.width(), image.height(), [=](int y) { return pixels + y * width; }, threads,
+                         [](const RGBA& p, float* c) { premultiplied(PF_PixelFloat{p.a, p.r, p.g, p.b}, c); });
 }
 
 bool writePremultiplied(OIIO::ImageOutput& out, const PF_EffectWorld& world, int threads) {
-    return writeInStrips<float>(out, world.width, world.height,
+    return writeInStrips(out, world.width, world.height,
                                 [&world](int y) { return worldRow<PF_PixelFloat>(world, y); }, threads,
                                 premultiplied);
-}
-
-// The encoder settings: OpenEXR's compression by name; for PNG the zlib level, and the row
-// filter (the Up filter alone encodes several times faster than libpng's per-row choice among
-// all five, for files about 1.5 times larger at level 1).
-void setCompression(const SaveOptions& options, bool exr, OIIO::ImageSpec& spec) {
-    if (exr) {
-        spec.attribute("compression", options.exr_compression);
-        return;
-    }
-    spec.attribute("png:compressionLevel", options.png_level);
-    if (options.png_up_filter) spec.attribute("png:filter", 0x20);  // PNG_FILTER_UP
 }
 
 // OpenImageIO's messages may run over several lines (one per library complaint); ours are one.
@@ -227,63 +198,53 @@ void compressInCallingThread() {
     std::call_once(once, [] { OIIO::attribute("exr_threads", -1); });
 }
 
-// The file's bytes, encoded in memory so that the host writes them in one checked,
-// all-or-nothing step. write(out) hands the writer its pixels.
+// The OpenEXR file's bytes, encoded in memory so that the host writes them in one checked,
+// all-or-nothing step. write(out) hands the writer its pixels. (PNG files are written through
+// libpng by the host itself.)
 template <class Write>
-std::vector<unsigned char> encodeInMemory(int width, int height, const std::string& path, bool exr,
-                                          const SaveOptions& options, Write write) {
-    const OIIO::TypeDesc type = exr ? OIIO::TypeDesc::FLOAT
-                                    : (options.png_bits == 16 ? OIIO::TypeDesc::UINT16 : OIIO::TypeDesc::UINT8);
-    OIIO::ImageSpec spec(width, height, 4, type);
+std::vector<unsigned char> encodeExrInMemory(int width, int height, const std::string& path,
+                                             const SaveOptions& options, Write write) {
+    if (!checkedSaveRequest(width, height, path, options))
+        throw ImageIOError("cannot write image '" + path + "': only OpenEXR files are written here");
+    OIIO::ImageSpec spec(width, height, 4, OIIO::TypeDesc::FLOAT);
     spec.alpha_channel = 3;
-    // PNG holds straight colour; say ours already is, so the writer does not divide again.
-    if (!exr) spec.attribute("oiio:UnassociatedAlpha", 1);
-    setCompression(options, exr, spec);
-    if (exr) compressInCallingThread();
+    spec.attribute("compression", options.exr_compression);
+    compressInCallingThread();
 
     // Room for the uncompressed picture: the writer appends chunk by chunk, and a growing
     // vector would copy a 1920 x 1080 float frame several times over.
-    std::vector<unsigned char> bytes;
-    bytes.reserve(static_cast<std::size_t>(width) * height * 4 * type.size() + kHeaderRoom);
-    OIIO::Filesystem::IOVecOutput memory(bytes);
-    auto out = OIIO::ImageOutput::create(path, &memory);
-    if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
-    bool ok = out->open(path, spec);
-    if (ok) {
-        ok = write(*out);
-        ok = out->close() && ok;
+    try {
+        std::vector<unsigned char> bytes;
+        bytes.reserve(static_cast<std::size_t>(width) * height * 4 * sizeof(float) + kHeaderRoom);
+        OIIO::Filesystem::IOVecOutput memory(bytes);
+        auto out = OIIO::ImageOutput::create(path, &memory);
+        if (!out) throw ImageIOError("cannot write image '" + path + "': " + oneLine(OIIO::geterror()));
+        bool ok = out->open(path, spec);
+        if (ok) {
+            ok = write(*out);
+            ok = out->close() && ok;
+        }
+        if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
+        return bytes;
+    } catch (const std::bad_alloc&) {
+        throw outOfMemoryWhileEncoding(width, height, path);
     }
-    if (!ok) throw ImageIOError("cannot write image '" + path + "': " + oneLine(out->geterror()));
-    return bytes;
 }
 
 }  // namespace
 
-std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options) {
-    const bool exr = checkedSaveRequest(image.width(), image.height(), path, options);
-    try {
-        return encodeInMemory(image.width(), image.height(), path, exr, options, [&](OIIO::ImageOutput& out) {
-            if (exr) return writePremultiplied(out, image, options.threads);
-            if (options.png_bits == 16) return writeQuantised<std::uint16_t>(out, image, 65535.0, options.threads);
-            return writeQuantised<std::uint8_t>(out, image, 255.0, options.threads);
-        });
-    } catch (const std::bad_alloc&) {
-        throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
-    }
+std::vector<unsigned char> encodeExr(const Image& image, const std::string& path, const SaveOptions& options) {
+    return encodeExrInMemory(image.width(), image.height(), path, options, [&](OIIO::ImageOutput& out) {
+        return writePremultiplied(out, image, options.threads);
+    });
 }
 
-std::vector<unsigned char> encodeFloatWorld(const FloatWorldFrame& frame, const std::string& path,
-                                            const SaveOptions& options) {
+std::vector<unsigned char> encodeExrWorld(const FloatWorldFrame& frame, const std::string& path,
+                                          const SaveOptions& options) {
     const PF_EffectWorld& world = *frame.world;
-    if (!checkedSaveRequest(world.width, world.height, path, options))
-        throw ImageIOError("cannot write image '" + path + "': a float frame is written as OpenEXR only");
-    try {
-        return encodeInMemory(world.width, world.height, path, true, options, [&](OIIO::ImageOutput& out) {
-            return writePremultiplied(out, world, options.threads);
-        });
-    } catch (const std::bad_alloc&) {
-        throw outOfMemoryWhileEncoding(world.width, world.height, path);
-    }
+    return encodeExrInMemory(world.width, world.height, path, options, [&](OIIO::ImageOutput& out) {
+        return writePremultiplied(out, world, options.threads);
+    });
 }
 
 }  // namespace host

@@ -61,11 +61,11 @@ void saveImage(const QuantisedImage& image, const std::string& path, const SaveO
 // The same for a float world: an OpenEXR only.
 void saveImage(const FloatWorldFrame& frame, const std::string& path, const SaveOptions& options = {});
 
-// The bytes saveImage writes: the options checked and the picture encoded in memory, in the
-// format `path`'s extension names. Throws ImageIOError.
-std::vector<unsigned char> encodeImage(const Image& image, const std::string& path, const SaveOptions& options);
-std::vector<unsigned char> encodeFloatWorld(const FloatWorldFrame& frame, const std::string& path,
-                                            const SaveOptions& options);
+// The bytes of the OpenEXR file saveImage writes: the options checked and the picture encoded in
+// memory (the image-IO module's writers; PNG is written through libpng). Throws ImageIOError.
+std::vector<unsigned char> encodeExr(const Image& image, const std::string& path, const SaveOptions& options);
+std::vector<unsigned char> encodeExrWorld(const FloatWorldFrame& frame, const std::string& path,
+                                          const SaveOptions& options);
 
 inline ImageIOError outOfMemoryWhileEncoding(int width, int height, const std::string& path) {
     return ImageIOError("cannot write image '" + path + "': out of memory while encoding its " +

@@ -7,6 +7,7 @@
 #include "host/files/ImageIOModule.h"
 #include "host/files/PngFiles.h"
 #include "host/files/InputFiles.h"
+#include "host/files/SaveRequest.h"
 #include "host/session/ModuleLibrary.h"
 #include "host/checks/SystemFaults.h"
 
@@ -119,13 +120,23 @@ void writeEncoded(const std::vector<unsigned char>& bytes, const std::string& pa
 
 void saveImage(const Image& image, const std::string& path, const SaveOptions& options) {
     if (systemFault(SystemCall::Allocate) != 0) throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
-    writeEncoded(module("write", path).encode(image, path, options), path);
+    if (checkedSaveRequest(image.width(), image.height(), path, options)) {
+        writeEncoded(module("write", path).encode_exr(image, path, options), path);
+        return;
+    }
+    QuantisedImage channels;
+    try {
+        channels = imageToQuantised(image, options.png_bits, options.threads);
+    } catch (const ImageAllocationError&) {
+        throw outOfMemoryWhileEncoding(image.width(), image.height(), path);
+    }
+    writeEncoded(encodePng(channels, path, options), path);
 }
 
 void saveImage(const FloatWorldFrame& frame, const std::string& path, const SaveOptions& options) {
     if (systemFault(SystemCall::Allocate) != 0)
         throw outOfMemoryWhileEncoding(frame.world->width, frame.world->height, path);
-    writeEncoded(module("write", path).encode_float_world(frame, path, options), path);
+    writeEncoded(module("write", path).encode_exr_world(frame, path, options), path);
 }
 
 void saveImage(const QuantisedImage& image, const std::string& path, const SaveOptions& options) {

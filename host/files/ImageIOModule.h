@@ -20,16 +20,17 @@ struct ImageHeader {
     int depth = 1;  // more than 1 for a volume
 };
 
-// The module's own readers and writer. Their messages name the file; the host checks the file
-// and its header against its input limits before asking for pixels.
+// The module's own readers and OpenEXR writers (encodeExr, encodeExrWorld). Their messages
+// name the file; the host checks the file and its header against its input limits before asking
+// for pixels.
 Image readImagePixels(const std::string& path);
 ImageHeader readImageHeader(const std::string& path);
 
 struct ImageIOModule {
     Image (*load)(const std::string& path);
-    std::vector<unsigned char> (*encode)(const Image& image, const std::string& path, const SaveOptions& options);
-    std::vector<unsigned char> (*encode_float_world)(const FloatWorldFrame& frame, const std::string& path,
-                                                     const SaveOptions& options);
+    std::vector<unsigned char> (*encode_exr)(const Image& image, const std::string& path, const SaveOptions& options);
+    std::vector<unsigned char> (*encode_exr_world)(const FloatWorldFrame& frame, const std::string& path,
+                                                   const SaveOptions& options);
     ImageHeader (*header)(const std::string& path);
 };
 

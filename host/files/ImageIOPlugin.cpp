@@ -4,7 +4,7 @@
 namespace host {
 namespace {
 
-const ImageIOModule kModule{&readImagePixels, &encodeImage, &encodeFloatWorld, &readImageHeader};
+const ImageIOModule kModule{&readImagePixels, &encodeExr, &encodeExrWorld, &readImageHeader};
 
 }  // namespace
 }  // namespace host

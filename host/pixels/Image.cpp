@@ -215,28 +215,70 @@ Image worldToImage(const PF_EffectWorld& world, PF_PixelFormat format, int threa
     return image;
 }
 
+namespace {
+
+std::vector<std::uint8_t>& channelVector(QuantisedImage& image, std::uint8_t) { return image.rgba8; }
+std::vector<std::uint16_t>& channelVector(QuantisedImage& image, std::uint16_t) { return image.rgba16; }
+
+// The image's channel vector for Out (8 or 16 bits), made room for `channels` values.
+template <class Out>
+std::vector<Out>& channelsOf(QuantisedImage& image, std::size_t channels) {
+    std::vector<Out>& out = channelVector(image, Out{});
+    try {
+        out.resize(channels);
+    } catch (const std::bad_alloc&) {
+        throw ImageAllocationError(image.width, image.height);
+    }
+    return out;
+}
+
+template <class Out>
+void quantiseImage(const Image& image, int threads, QuantisedImage& out) {
+    constexpr double kWhite = sizeof(Out) == 1 ? 255.0 : 65535.0;
+    const std::size_t width = static_cast<std::size_t>(image.width());
+    Out* channels = channelsOf<Out>(out, width * static_cast<std::size_t>(image.height()) * 4).data();
+    forEachRowBand(image.height(), threads, [&](int first, int end) {
+        for (std::size_t i = first * width; i < end * width; ++i) {
+            const RGBA& p = image.pixels()[i];
+            Out* c = &channels[i * 4];
+            c[0] = quantiseChannel<Out>(p.r, kWhite), c[1] = quantiseChannel<Out>(p.g, kWhite);
+            c[2] = quantiseChannel<Out>(p.b, kWhite), c[3] = quantiseChannel<Out>(p.a, kWhite);
+        }
+    });
+}
+
+}  // namespace
+
 QuantisedImage worldToQuantised(const PF_EffectWorld& world, PF_PixelFormat format, int bits, int threads) {
     QuantisedImage image;
     if (!world.data || (format != PF_PixelFormat_ARGB32 && format != PF_PixelFormat_ARGB64)) return image;
     image.width = world.width;
     image.height = world.height;
     const std::size_t channels = static_cast<std::size_t>(world.width) * static_cast<std::size_t>(world.height) * 4;
-    auto convert = [&](auto& rgba) {
-        try {
-            rgba.resize(channels);
-        } catch (const std::bad_alloc&) {
-            throw ImageAllocationError(world.width, world.height);
-        }
+    auto convert = [&](auto tag) {
+        using Out = decltype(tag);
+        std::vector<Out>& rgba = channelsOf<Out>(image, channels);
         if (format == PF_PixelFormat_ARGB32)
             quantiseWorld<PF_Pixel>(world, channelScale(format), threads, rgba);
         else
             quantiseWorld<PF_Pixel16>(world, channelScale(format), threads, rgba);
     };
     if (bits == 16)
-        convert(image.rgba16);
+        convert(std::uint16_t{});
     else
-        convert(image.rgba8);
+        convert(std::uint8_t{});
     return image;
+}
+
+QuantisedImage imageToQuantised(const Image& image, int bits, int threads) {
+    QuantisedImage out;
+    out.width = image.width();
+    out.height = image.height();
+    if (bits == 16)
+        quantiseImage<std::uint16_t>(image, threads, out);
+    else
+        quantiseImage<std::uint8_t>(image, threads, out);
+    return out;
 }
 
 }  // namespace host

@@ -118,5 +118,8 @@ struct FloatWorldFrame {
 // quantising worldToImage's floats gives, one table look-up per channel, without the float
 // frame in between. Throws ImageAllocationError when the pixels do not fit in memory.
 QuantisedImage worldToQuantised(const PF_EffectWorld& world, PF_PixelFormat format, int bits, int threads = 1);
+// A float image in PNG channels of `bits` (8 or 16), quantised by quantiseChannel in `threads`
+// bands of rows. Throws ImageAllocationError when the pixels do not fit in memory.
+QuantisedImage imageToQuantised(const Image& image, int bits, int threads = 1);
 
 }  // namespace host
