@@ -97,16 +97,12 @@ void LayerPixels::fill(const Layer& layer, int full_width, int full_height, PF_P
                        double scale_x, double scale_y, PF_EffectWorld& world) {
     const std::size_t bpp = bytesPerPixel(format);
     std::shared_ptr<const OwnedWorld> pixels;
-    if (layer.has_source()) {
-        std::lock_guard<std::mutex> lock(mutex_);
-        try {
-            pixels = converted(sized(layer.source, full_width, full_height), format, denominatorOf(scale_x),
-                               denominatorOf(scale_y));
-        } catch (...) {
-            // An unreadable source leaves the layer transparent.
-            for (A_long j = 0; j < world.height; ++j) std::memset(worldRow<char>(world, j), 0, bpp * world.width);
-            throw;
-        }
+    try {
+        pixels = convertedLayer(layer, full_width, full_height, format, scale_x, scale_y);
+    } catch (...) {
+        // An unreadable source leaves the layer transparent.
+        for (A_long j = 0; j < world.height; ++j) std::memset(worldRow<char>(world, j), 0, bpp * world.width);
+        throw;
     }
     const PF_EffectWorld* src = pixels && pixels->get().data ? &pixels->get() : nullptr;
     // The overlap of the world's area (in downsampled layer pixels) with the source is copied;
@@ -129,15 +125,21 @@ void LayerPixels::fill(const Layer& layer, int full_width, int full_height, PF_P
 
 std::shared_ptr<const OwnedWorld> LayerPixels::whole(const Layer& layer, int full_width, int full_height,
                                                      PF_PixelFormat format, double scale_x, double scale_y) {
-    if (!layer.has_source()) return nullptr;
-    std::lock_guard<std::mutex> lock(mutex_);
     try {
-        std::shared_ptr<const OwnedWorld> pixels = converted(sized(layer.source, full_width, full_height), format,
-                                                             denominatorOf(scale_x), denominatorOf(scale_y));
-        return pixels->get().data ? pixels : nullptr;
+        std::shared_ptr<const OwnedWorld> pixels =
+            convertedLayer(layer, full_width, full_height, format, scale_x, scale_y);
+        return pixels && pixels->get().data ? pixels : nullptr;
     } catch (const std::exception&) {
         return nullptr;  // fill() reports it
     }
+}
+
+std::shared_ptr<const OwnedWorld> LayerPixels::convertedLayer(const Layer& layer, int full_width, int full_height,
+                                                              PF_PixelFormat format, double scale_x, double scale_y) {
+    if (!layer.has_source()) return nullptr;
+    std::lock_guard<std::mutex> lock(mutex_);
+    return converted(sized(layer.source, full_width, full_height), format, denominatorOf(scale_x),
+                     denominatorOf(scale_y));
 }
 
 std::size_t LayerPixels::images_loaded() const {

@@ -64,6 +64,9 @@ private:
     };
 
     std::shared_ptr<const Image> image(const FootageSource& source);
+    // `layer`'s source converted (none for a layer without pixels of its own), under the lock.
+    std::shared_ptr<const OwnedWorld> convertedLayer(const Layer& layer, int full_width, int full_height,
+                                                     PF_PixelFormat format, double scale_x, double scale_y);
     std::shared_ptr<const OwnedWorld> converted(const FootageSource& source, PF_PixelFormat format, long den_x,
                                                 long den_y);
 
