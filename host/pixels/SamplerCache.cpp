@@ -32,8 +32,9 @@ constexpr unsigned kRecentHits = 4;
 thread_local RecentHit t_recent[kRecentHits];
 thread_local unsigned t_next_slot = 0;
 
-// Tables of layer pixels, kept across render calls: every frame checks its texture out into
-// a new world, which usually holds exactly the pixels of the last frame's. Comparing the
+// Tables of layer pixels, kept across render calls: every frame checks its texture out again,
+// into a new world (a copy, or a view of the host's converted layer) that usually holds
+// exactly the pixels of the last frame's. Comparing the
 // pixels costs a fraction of a rebuild (a plain memory compare against a tight copy, instead
 // of four double sums per pixel), and it keeps the reuse exact whatever wrote the world. The
 // most recently used tables are kept up to a memory budget.
