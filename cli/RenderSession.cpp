@@ -34,6 +34,12 @@ bool coversTheLayer(const RenderedFrame& rendered) {
            world.height == rendered.height;
 }
 
+// The effect's output when it can be written as the frame as it stands.
+const host::OwnedWorld* outputAsTheFrame(const RenderedFrame& rendered) {
+    const host::RenderResult& result = rendered.result;
+    return result.rendered && result.output && coversTheLayer(rendered) ? result.output.get() : nullptr;
+}
+
 }  // namespace
 
 std::string describeError(A_long err) { return "error " + std::to_string(err) + " (" + host::errorName(err) + ")"; }
@@ -84,19 +90,15 @@ host::Image toImage(const RenderedFrame& rendered) {
 }
 
 std::optional<host::FloatWorldFrame> toFloatWorld(const RenderedFrame& rendered) {
-    const host::RenderResult& result = rendered.result;
-    if (!result.rendered || !result.output || result.output->format() != PF_PixelFormat_ARGB128 ||
-        !coversTheLayer(rendered))
-        return std::nullopt;
-    return host::FloatWorldFrame{&result.output->get()};
+    const host::OwnedWorld* output = outputAsTheFrame(rendered);
+    if (!output || output->format() != PF_PixelFormat_ARGB128) return std::nullopt;
+    return host::FloatWorldFrame{&output->get()};
 }
 
 std::optional<host::QuantisedImage> toQuantised(const RenderedFrame& rendered, int bits) {
-    const host::RenderResult& result = rendered.result;
-    if (!result.rendered || !result.output || result.output->format() == PF_PixelFormat_ARGB128 ||
-        !coversTheLayer(rendered))
-        return std::nullopt;
-    return host::worldToQuantised(result.output->get(), result.output->format(), bits);
+    const host::OwnedWorld* output = outputAsTheFrame(rendered);
+    if (!output || output->format() == PF_PixelFormat_ARGB128) return std::nullopt;
+    return host::worldToQuantised(output->get(), output->format(), bits);
 }
 
 }  // namespace cli
